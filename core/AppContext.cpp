@@ -1,0 +1,3 @@
+#include "core/AppContext.h"
+
+AppContext::AppContext(QObject *parent) : QObject(parent) {}

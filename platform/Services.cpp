@@ -1,0 +1,27 @@
+#include "platform/Services.h"
+
+#include <QDir>
+
+Services::Services()
+    : m_clock(std::make_unique<SystemClock>()),
+      m_random(std::make_unique<MixingRandom>()),
+      m_messageBoxes(std::make_unique<QtMessageBoxes>()),
+      m_errorReport(std::make_unique<FatalErrorReport>(*this))
+{
+}
+
+Services::~Services() = default;
+
+QString Services::workingDirectory() const
+{
+    return m_workingDirectory.isEmpty() ? QDir::currentPath() : m_workingDirectory;
+}
+
+void Services::runHandler(const std::function<void()> &handler)
+{
+    try {
+        handler();
+    } catch (const RuntimeError &error) {
+        m_errorReport->report(error);
+    }
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/ErrorReport.h"
+#include "platform/MessageBoxes.h"
+#include "platform/RandomSource.h"
+#include "platform/RuntimeError.h"
+
+#include <QString>
+#include <functional>
+#include <memory>
+
+// The platform services one run of the program uses: clock, random numbers,
+// message boxes, the general error report and the working directory. Each is
+// replaceable, so a test runs against a pinned clock, scripted draws and
+// recording boxes.
+class Services
+{
+public:
+    Services();
+    virtual ~Services();
+    Services(const Services &) = delete;
+    Services &operator=(const Services &) = delete;
+
+    Clock &clock() { return *m_clock; }
+    RandomSource &random() { return *m_random; }
+    MessageBoxes &messageBoxes() { return *m_messageBoxes; }
+    ErrorReport &errorReport() { return *m_errorReport; }
+
+    void setClock(std::unique_ptr<Clock> clock) { m_clock = std::move(clock); }
+    void setRandom(std::unique_ptr<RandomSource> random) { m_random = std::move(random); }
+    void setMessageBoxes(std::unique_ptr<MessageBoxes> boxes) { m_messageBoxes = std::move(boxes); }
+    void setErrorReport(std::unique_ptr<ErrorReport> report) { m_errorReport = std::move(report); }
+
+    // Where the program's own files (the levels file) are read and written.
+    QString workingDirectory() const;
+    void setWorkingDirectory(const QString &dir) { m_workingDirectory = dir; }
+
+    // The executable's file name without path and extension ("Quadrivo").
+    QString executableName() const { return m_executableName; }
+    void setExecutableName(const QString &name) { m_executableName = name; }
+
+    // Runs a handler at the boundary with Qt: a run-time error it raises goes
+    // to the general error report and never crosses into Qt's frames.
+    void runHandler(const std::function<void()> &handler);
+
+private:
+    std::unique_ptr<Clock> m_clock;
+    std::unique_ptr<RandomSource> m_random;
+    std::unique_ptr<MessageBoxes> m_messageBoxes;
+    std::unique_ptr<ErrorReport> m_errorReport;
+    QString m_workingDirectory;
+    QString m_executableName = QStringLiteral("Quadrivo");
+};

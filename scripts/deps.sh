@@ -1,0 +1,23 @@
+# Sourced by the build scripts: installs the Debian packages Quadrivo needs,
+# but only those that are missing, so a second run asks apt for nothing.
+QUADRIVO_PACKAGES=(
+    g++ cmake ninja-build
+    qt6-base-dev
+    fonts-liberation2 fonts-dejavu-core
+)
+
+ensure_packages() {
+    local missing=()
+    for p in "${QUADRIVO_PACKAGES[@]}" "$@"; do
+        if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed"; then
+            missing+=("$p")
+        fi
+    done
+    if [ ${#missing[@]} -gt 0 ]; then
+        echo "Installing: ${missing[*]}"
+        local sudo=""
+        [ "$(id -u)" -eq 0 ] || sudo="sudo"
+        $sudo apt-get update -qq
+        DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"
+    fi
+}

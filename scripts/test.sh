@@ -1,0 +1,15 @@
+#!/usr/bin/env bash
+# Builds Quadrivo and runs every test, headless. Installs what is missing on a
+# Debian 12 machine first (run as root). Quick when everything is there.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/deps.sh
+ensure_packages
+
+build_dir=${BUILD_DIR:-build}
+if [ ! -f "$build_dir/build.ninja" ]; then
+    cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=${BUILD_TYPE:-RelWithDebInfo}
+fi
+cmake --build "$build_dir" -j2
+cd "$build_dir"
+QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j2 "$@"

@@ -1,0 +1,44 @@
+#include "support/TestDoubles.h"
+
+void PinnedClock::setSecondsSinceMidnight(double seconds)
+{
+    m_now = QDateTime(m_now.date(), QTime(0, 0).addMSecs(qRound64(seconds * 1000)));
+}
+
+void PinnedClock::advance(double seconds)
+{
+    m_now = m_now.addMSecs(qRound64(seconds * 1000));
+}
+
+double ScriptedRandom::next()
+{
+    ++draws;
+    if (m_script.empty())
+        return m_fallback.next();
+    const double r = m_script.front();
+    m_script.pop_front();
+    return r;
+}
+
+void ScriptedRandom::reseed(float seed)
+{
+    ++reseeds;
+    seeds.append(seed);
+    m_fallback.reseed(seed);
+}
+
+TestContext::TestContext() : ctx(std::make_unique<AppContext>())
+{
+    auto c = std::make_unique<PinnedClock>();
+    clock = c.get();
+    ctx->setClock(std::move(c));
+    auto r = std::make_unique<ScriptedRandom>();
+    random = r.get();
+    ctx->setRandom(std::move(r));
+    auto e = std::make_unique<RecordingErrorReport>();
+    errors = e.get();
+    ctx->setErrorReport(std::move(e));
+    auto b = std::make_unique<RecordingMessageBoxes>();
+    boxes = b.get();
+    ctx->setMessageBoxes(std::move(b));
+}
