@@ -16,6 +16,13 @@ public:
 
     StatoCondiviso stato;
 
+    // The screen T, loaded (and its load handler run) if it was not.
+    template <class T>
+    T &form()
+    {
+        return screens().get<T>([this] { return new T(*this); });
+    }
+
 signals:
     // The generator drew an exercise type; the drill screen shows it.
     void tipoEsercizioGenerato(int tipo);

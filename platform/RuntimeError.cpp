@@ -36,6 +36,10 @@ QString RuntimeError::descriptionOf(Code code)
         return QStringLiteral("Errore di accesso al percorso o al file");
     case PathNotFound:
         return QStringLiteral("Impossibile trovare il percorso");
+    case ControlArrayElementMissing:
+        return QStringLiteral("L'elemento della matrice di controlli non esiste");
+    case PropertyNotSupported:
+        return QStringLiteral("Proprietà o metodo non supportati dall'oggetto");
     case PrinterError:
         return QStringLiteral("Errore della stampante");
     }

@@ -24,6 +24,8 @@ public:
         PermissionDenied = 70,
         PathFileAccessError = 75,
         PathNotFound = 76,
+        ControlArrayElementMissing = 340,
+        PropertyNotSupported = 438,
         PrinterError = 482,
     };
 

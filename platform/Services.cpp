@@ -6,11 +6,16 @@ Services::Services()
     : m_clock(std::make_unique<SystemClock>()),
       m_random(std::make_unique<MixingRandom>()),
       m_messageBoxes(std::make_unique<QtMessageBoxes>()),
-      m_errorReport(std::make_unique<FatalErrorReport>(*this))
+      m_errorReport(std::make_unique<FatalErrorReport>(*this)),
+      m_screens(std::make_unique<ScreenRegistry>())
 {
 }
 
-Services::~Services() = default;
+Services::~Services()
+{
+    // Screens go first: they may still hold on to the other services.
+    m_screens.reset();
+}
 
 QString Services::workingDirectory() const
 {

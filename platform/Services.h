@@ -5,6 +5,7 @@
 #include "platform/MessageBoxes.h"
 #include "platform/RandomSource.h"
 #include "platform/RuntimeError.h"
+#include "platform/ScreenRegistry.h"
 
 #include <QString>
 #include <functional>
@@ -26,6 +27,7 @@ public:
     RandomSource &random() { return *m_random; }
     MessageBoxes &messageBoxes() { return *m_messageBoxes; }
     ErrorReport &errorReport() { return *m_errorReport; }
+    ScreenRegistry &screens() { return *m_screens; }
 
     void setClock(std::unique_ptr<Clock> clock) { m_clock = std::move(clock); }
     void setRandom(std::unique_ptr<RandomSource> random) { m_random = std::move(random); }
@@ -49,6 +51,7 @@ private:
     std::unique_ptr<RandomSource> m_random;
     std::unique_ptr<MessageBoxes> m_messageBoxes;
     std::unique_ptr<ErrorReport> m_errorReport;
+    std::unique_ptr<ScreenRegistry> m_screens;
     QString m_workingDirectory;
     QString m_executableName = QStringLiteral("Quadrivo");
 };

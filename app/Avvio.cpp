@@ -1,0 +1,49 @@
+#include "app/Avvio.h"
+
+#include "core/AppContext.h"
+#include "platform/Fonts.h"
+#include "start/FrmInizio.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <cstdio>
+
+namespace Avvio {
+
+bool displayDisponibile()
+{
+    if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY")
+        || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        return true;
+    std::fprintf(stderr, "Quadrivo: nessuno schermo disponibile (DISPLAY non impostato): "
+                         "avviare il programma in una sessione grafica.\n");
+    return false;
+}
+
+void preparaApplicazione()
+{
+    QApplication::setApplicationName(QStringLiteral("Quadrivo"));
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    Fonts::installSubstitutions();
+}
+
+int esegui(int argc, char *argv[])
+{
+    if (!displayDisponibile())
+        return 1;
+    QApplication app(argc, argv);
+    preparaApplicazione();
+    // The start screen is the last one: when nothing is loaded, the run ends.
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    AppContext ctx;
+    ctx.setExecutableName(QFileInfo(QApplication::applicationFilePath()).completeBaseName());
+    QObject::connect(&ctx.screens(), &ScreenRegistry::empty, &app, &QApplication::quit);
+
+    ctx.runHandler([&] { ctx.form<FrmInizio>().Show(); });
+    if (ctx.screens().loaded().isEmpty())
+        return 0;
+    return app.exec();
+}
+
+} // namespace Avvio

@@ -1,0 +1,395 @@
+#include "platform/Control.h"
+
+#include "platform/Form.h"
+#include "platform/KeyCodes.h"
+#include "platform/RuntimeError.h"
+#include "platform/Twips.h"
+
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+namespace {
+
+int mouseButtonCode(Qt::MouseButton b)
+{
+    switch (b) {
+    case Qt::LeftButton: return 1;
+    case Qt::RightButton: return 2;
+    case Qt::MiddleButton: return 4;
+    default: return 0;
+    }
+}
+
+int mouseShift(const QMouseEvent *e)
+{
+    const Qt::KeyboardModifiers m = e->modifiers();
+    return (m & Qt::ShiftModifier ? 1 : 0) | (m & Qt::ControlModifier ? 2 : 0)
+           | (m & Qt::AltModifier ? 4 : 0);
+}
+
+} // namespace
+
+Control::Control(Form &form, const ControlDef &def, Control *container)
+    : m_form(form),
+      m_kind(def.kind),
+      m_name(QString::fromLatin1(def.name)),
+      m_index(def.index),
+      m_container(container),
+      m_left(def.left),
+      m_top(def.top),
+      m_width(def.width),
+      m_height(def.height),
+      m_caption(def.caption),
+      m_enabled(def.enabled),
+      m_visible(def.visible),
+      m_back(def.back),
+      m_fore(def.fore),
+      m_dock(def.dock)
+{
+}
+
+Control::~Control() = default;
+
+QString Control::objectName() const
+{
+    return m_index >= 0 ? m_name + QLatin1Char('_') + QString::number(m_index) : m_name;
+}
+
+QWidget *Control::parentWidget() const
+{
+    return m_container && m_container->widget() ? m_container->widget() : m_form.client();
+}
+
+void Control::setWidget(QWidget *widget)
+{
+    m_widget = widget;
+    if (!widget)
+        return;
+    widget->setObjectName(objectName());
+    widget->installEventFilter(&m_form);
+    widget->setEnabled(m_enabled);
+    applyColors();
+    applyGeometry();
+    widget->setVisible(m_visible);
+}
+
+void Control::unsupported() const
+{
+    throw RuntimeError(RuntimeError::PropertyNotSupported, objectName());
+}
+
+double Control::Left() const
+{
+    if (!m_widget)
+        unsupported();
+    return m_left;
+}
+
+double Control::Top() const
+{
+    if (!m_widget)
+        unsupported();
+    return m_top;
+}
+
+double Control::Width() const
+{
+    if (!m_widget)
+        unsupported();
+    return m_width;
+}
+
+double Control::Height() const
+{
+    if (!m_widget)
+        unsupported();
+    return m_height;
+}
+
+void Control::Move(double left, double top, double width, double height)
+{
+    if (!m_widget)
+        unsupported();
+    if (width < 0 || height < 0)
+        throw RuntimeError(RuntimeError::InvalidProcedureCall, objectName());
+    m_left = left;
+    m_top = top;
+    m_width = width;
+    m_height = height;
+    applyGeometry();
+}
+
+void Control::redock()
+{
+    if (m_dock != Dock::None)
+        applyGeometry();
+}
+
+void Control::applyGeometry()
+{
+    if (!m_widget)
+        return;
+    if (m_dock != Dock::None) {
+        const QWidget *parent = m_widget->parentWidget();
+        const double parentWidth = Twips::fromPixels(parent ? parent->width() : 0);
+        m_top = 0;
+        m_height = Twips::fromPixels(parent ? parent->height() : 0);
+        m_left = m_dock == Dock::Left ? 0 : parentWidth - m_width;
+    }
+    const int x = Twips::toPixels(m_left);
+    const int y = Twips::toPixels(m_top);
+    // Right and bottom edges are rounded on their own, so neighbours that
+    // touch in twips still touch in pixels.
+    const int w = Twips::toPixels(m_left + m_width) - x;
+    const int h = Twips::toPixels(m_top + m_height) - y;
+    m_widget->setGeometry(x, y, std::max(0, w), std::max(0, h));
+}
+
+void Control::setCaption(const QString &caption)
+{
+    const bool changed = caption != m_caption;
+    m_caption = caption;
+    if (m_widget)
+        m_widget->update();
+    if (changed && m_kind == ControlKind::Label)
+        raiseChange();
+}
+
+void Control::setEnabled(bool enabled)
+{
+    m_enabled = enabled;
+    if (m_widget)
+        m_widget->setEnabled(enabled);
+}
+
+bool Control::usable() const
+{
+    for (const Control *c = this; c; c = c->m_container)
+        if (!c->m_enabled)
+            return false;
+    return m_form.isEnabled();
+}
+
+void Control::setVisible(bool visible)
+{
+    m_visible = visible;
+    if (m_widget)
+        m_widget->setVisible(visible);
+}
+
+void Control::setBackColor(const QColor &color)
+{
+    m_back = color;
+    applyColors();
+}
+
+void Control::setForeColor(const QColor &color)
+{
+    m_fore = color;
+    applyColors();
+}
+
+void Control::applyColors()
+{
+    if (!m_widget)
+        return;
+    QPalette pal = m_widget->palette();
+    if (m_back.isValid()) {
+        pal.setColor(QPalette::Window, m_back);
+        pal.setColor(QPalette::Button, m_back);
+        pal.setColor(QPalette::Base, m_back);
+    }
+    if (m_fore.isValid()) {
+        pal.setColor(QPalette::WindowText, m_fore);
+        pal.setColor(QPalette::ButtonText, m_fore);
+        pal.setColor(QPalette::Text, m_fore);
+    }
+    m_widget->setPalette(pal);
+    m_widget->update();
+}
+
+QFont Control::font() const
+{
+    return m_widget ? m_widget->font() : QFont();
+}
+
+void Control::setFont(const FontDef &def)
+{
+    if (!m_widget)
+        return;
+    QFont f = m_widget->font();
+    if (!def.family.isEmpty())
+        f.setFamily(def.family);
+    if (def.size > 0)
+        f.setPointSizeF(def.size);
+    f.setBold(def.bold);
+    f.setItalic(def.italic);
+    m_widget->setFont(f);
+    m_widget->update();
+}
+
+void Control::setFontSize(double points)
+{
+    if (!m_widget)
+        return;
+    QFont f = m_widget->font();
+    f.setPointSizeF(points);
+    m_widget->setFont(f);
+}
+
+void Control::setFontBold(bool bold)
+{
+    if (!m_widget)
+        return;
+    QFont f = m_widget->font();
+    f.setBold(bold);
+    m_widget->setFont(f);
+}
+
+void Control::setFontName(const QString &family)
+{
+    if (!m_widget)
+        return;
+    QFont f = m_widget->font();
+    f.setFamily(family);
+    m_widget->setFont(f);
+}
+
+QString Control::ToolTipText() const
+{
+    return m_widget ? m_widget->toolTip() : QString();
+}
+
+void Control::setToolTipText(const QString &tip)
+{
+    if (m_widget)
+        m_widget->setToolTip(tip);
+}
+
+void Control::SetFocus()
+{
+    if (!m_widget || m_widget->focusPolicy() == Qt::NoFocus || !usable())
+        throw RuntimeError(RuntimeError::InvalidProcedureCall, objectName());
+    for (const Control *c = this; c; c = c->m_container)
+        if (!c->m_visible)
+            throw RuntimeError(RuntimeError::InvalidProcedureCall, objectName());
+    m_form.focusControl(this);
+}
+
+bool Control::hasFocus() const
+{
+    return m_widget && m_widget->hasFocus();
+}
+
+void Control::ZOrder(int position)
+{
+    if (!m_widget)
+        return;
+    if (position == 0)
+        m_widget->raise();
+    else
+        m_widget->lower();
+}
+
+void Control::raiseClick()
+{
+    if (Click)
+        Click();
+}
+
+void Control::raiseChange()
+{
+    if (Change)
+        Change();
+}
+
+bool Control::handleEvent(QEvent *event)
+{
+    const QPointer<QWidget> alive = m_widget;
+    auto gone = [&] { return !alive || m_form.isUnloaded(); };
+
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick: {
+        auto *me = static_cast<QMouseEvent *>(event);
+        m_mousePressed = true;
+        if (MouseDown)
+            MouseDown(mouseButtonCode(me->button()), mouseShift(me),
+                      Twips::fromPixels(me->position().x()), Twips::fromPixels(me->position().y()));
+        if (!gone() && event->type() == QEvent::MouseButtonDblClick && DblClick)
+            DblClick();
+        return gone() || !passMouseToWidget();
+    }
+    case QEvent::MouseButtonRelease: {
+        auto *me = static_cast<QMouseEvent *>(event);
+        const bool clicked = m_mousePressed && me->button() == Qt::LeftButton && m_widget
+                             && m_widget->rect().contains(me->position().toPoint());
+        m_mousePressed = false;
+        if (clicked && m_kind == ControlKind::OptionButton)
+            mouseClicked();
+        if (!gone() && MouseUp)
+            MouseUp(mouseButtonCode(me->button()), mouseShift(me),
+                    Twips::fromPixels(me->position().x()), Twips::fromPixels(me->position().y()));
+        if (!gone() && clicked && !passMouseToWidget() && m_kind != ControlKind::OptionButton)
+            raiseClick();
+        return gone() || !passMouseToWidget();
+    }
+    case QEvent::KeyPress: {
+        auto *ke = static_cast<QKeyEvent *>(event);
+        if (ke->key() == Qt::Key_Tab || ke->key() == Qt::Key_Backtab)
+            return false; // moving between controls is the screen's business
+        int code = KeyCodes::fromEvent(ke);
+        if (KeyDown)
+            KeyDown(code, KeyCodes::shiftState(ke));
+        if (gone())
+            return true;
+        int ascii = KeyCodes::asciiFromEvent(ke);
+        if (ascii != 0 && KeyPress)
+            KeyPress(ascii);
+        if (gone())
+            return true;
+        return keyDefault(ke, ascii);
+    }
+    case QEvent::KeyRelease: {
+        auto *ke = static_cast<QKeyEvent *>(event);
+        if (ke->key() == Qt::Key_Tab || ke->key() == Qt::Key_Backtab)
+            return false;
+        if (ke->isAutoRepeat())
+            return true; // a held key is one press: only its last release counts
+        int code = KeyCodes::fromEvent(ke);
+        if (KeyUp)
+            KeyUp(code, KeyCodes::shiftState(ke));
+        return gone() || !passKeysToWidget();
+    }
+    case QEvent::FocusIn: {
+        auto *fe = static_cast<QFocusEvent *>(event);
+        if (m_form.activeControl() == this
+            && (fe->reason() == Qt::ActiveWindowFocusReason || fe->reason() == Qt::PopupFocusReason))
+            return false; // the window came back: the control never lost the focus
+        m_form.setActiveControl(this);
+        if (GotFocus)
+            GotFocus();
+        return false;
+    }
+    case QEvent::FocusOut: {
+        auto *fe = static_cast<QFocusEvent *>(event);
+        if (fe->reason() == Qt::ActiveWindowFocusReason || fe->reason() == Qt::PopupFocusReason)
+            return false;
+        if (m_form.activeControl() == this)
+            m_form.setActiveControl(nullptr);
+        if (LostFocus)
+            LostFocus();
+        return false;
+    }
+    default:
+        return false;
+    }
+}
+
+void Control::mouseClicked() {}
+
+bool Control::keyDefault(QKeyEvent *, int)
+{
+    return !passKeysToWidget();
+}

@@ -1,0 +1,288 @@
+#include "platform/Form.h"
+
+#include "platform/ScreenRegistry.h"
+#include "platform/Services.h"
+#include "platform/Twips.h"
+#include "platform/controls/ComboBox.h"
+#include "platform/controls/CommandButton.h"
+#include "platform/controls/Frame.h"
+#include "platform/controls/Image.h"
+#include "platform/controls/Label.h"
+#include "platform/controls/Line.h"
+#include "platform/controls/Menu.h"
+#include "platform/controls/OptionButton.h"
+#include "platform/controls/PictureBox.h"
+#include "platform/controls/Shape.h"
+#include "platform/controls/TextBox.h"
+#include "platform/controls/Timer.h"
+
+#include <QCloseEvent>
+#include <QEventLoop>
+#include <QMenuBar>
+#include <QVBoxLayout>
+
+Form::Form(Services &services, const QString &name)
+    : QWidget(nullptr, Qt::Window), m_services(services), m_name(name)
+{
+    setObjectName(name);
+    setAttribute(Qt::WA_DeleteOnClose, false);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    m_client = new QWidget(this);
+    m_client->setObjectName(QStringLiteral("client"));
+    m_client->setAutoFillBackground(true);
+    m_client->installEventFilter(this);
+    layout->addWidget(m_client, 1);
+}
+
+Form::~Form() = default;
+
+QMenuBar *Form::menuBar()
+{
+    if (!m_menuBar) {
+        m_menuBar = new QMenuBar(this);
+        m_menuBar->setNativeMenuBar(false);
+        static_cast<QVBoxLayout *>(layout())->setMenuBar(m_menuBar);
+    }
+    return m_menuBar;
+}
+
+void Form::design(double width, double height, std::initializer_list<ControlDef> table)
+{
+    for (const ControlDef &def : table)
+        create(def);
+    setInnerSize(width, height);
+}
+
+void Form::setDesignFont(const FontDef &def)
+{
+    QFont f = font();
+    if (!def.family.isEmpty())
+        f.setFamily(def.family);
+    if (def.size > 0)
+        f.setPointSizeF(def.size);
+    f.setBold(def.bold);
+    setFont(f);
+}
+
+Control *Form::create(const ControlDef &def)
+{
+    Control *container = def.in ? findControl(QString::fromLatin1(def.in), def.inIndex) : nullptr;
+    Q_ASSERT_X(!def.in || container, "Form::design", def.in);
+    std::unique_ptr<Control> c;
+    switch (def.kind) {
+    case ControlKind::Label: c = std::make_unique<Label>(*this, def, container); break;
+    case ControlKind::Frame: c = std::make_unique<Frame>(*this, def, container); break;
+    case ControlKind::OptionButton: c = std::make_unique<OptionButton>(*this, def, container); break;
+    case ControlKind::CommandButton: c = std::make_unique<CommandButton>(*this, def, container); break;
+    case ControlKind::TextBox: c = std::make_unique<TextBox>(*this, def, container); break;
+    case ControlKind::PictureBox: c = std::make_unique<PictureBox>(*this, def, container); break;
+    case ControlKind::Image: c = std::make_unique<Image>(*this, def, container); break;
+    case ControlKind::Line: c = std::make_unique<Line>(*this, def, container); break;
+    case ControlKind::Shape: c = std::make_unique<Shape>(*this, def, container); break;
+    case ControlKind::ComboBox: c = std::make_unique<ComboBox>(*this, def, container); break;
+    case ControlKind::Timer: c = std::make_unique<Timer>(*this, def, container); break;
+    case ControlKind::Menu: c = std::make_unique<Menu>(*this, def, container); break;
+    }
+    if (c->widget()) {
+        if (!def.font.family.isEmpty() || def.font.size > 0 || def.font.bold)
+            c->setFont(def.font);
+        if (def.kind == ControlKind::PictureBox)
+            static_cast<PictureBox *>(c.get())->setDrawFont(c->widget()->font());
+    }
+    if (def.kind == ControlKind::OptionButton && def.value)
+        m_designChosen.push_back(static_cast<OptionButton *>(c.get()));
+    m_order.push_back(c.get());
+    m_controls.push_back(std::move(c));
+    return m_order.back();
+}
+
+void Form::setTabOrder(std::initializer_list<Control *> order)
+{
+    QWidget *previous = nullptr;
+    for (Control *c : order) {
+        if (previous && c->widget())
+            QWidget::setTabOrder(previous, c->widget());
+        if (c->widget())
+            previous = c->widget();
+    }
+}
+
+Control *Form::findControl(const QString &name, int index) const
+{
+    for (Control *c : m_order)
+        if (c->name() == name && c->index() == index)
+            return c;
+    return nullptr;
+}
+
+Control *Form::controlOf(QObject *widget) const
+{
+    for (Control *c : m_order)
+        if (c->widget() == widget)
+            return c;
+    return nullptr;
+}
+
+double Form::ScaleWidth() const
+{
+    return Twips::fromPixels(m_client->width());
+}
+
+double Form::ScaleHeight() const
+{
+    return Twips::fromPixels(m_client->height());
+}
+
+void Form::setInnerSize(double width, double height)
+{
+    const int w = Twips::toPixels(width);
+    const int h = Twips::toPixels(height);
+    const int menu = m_menuBar ? m_menuBar->sizeHint().height() : 0;
+    resize(w, h + menu);
+    // The layout gives the client its size when it next runs; do it now, so
+    // the inner area is right before the screen is first shown.
+    m_client->setGeometry(0, menu, w, h);
+}
+
+void Form::setBackColor(const QColor &color)
+{
+    m_back = color;
+    QPalette pal = m_client->palette();
+    pal.setColor(QPalette::Window, color);
+    m_client->setPalette(pal);
+    QPalette own = palette();
+    own.setColor(QPalette::Window, color);
+    setPalette(own);
+}
+
+void Form::runHandler(const std::function<void()> &handler)
+{
+    m_services.runHandler(handler);
+}
+
+void Form::load()
+{
+    // Option buttons chosen at design become chosen as the screen loads, and
+    // their Click handlers run then, before the load handler.
+    for (OptionButton *b : m_designChosen)
+        b->setValue(true);
+    Form_Load();
+}
+
+void Form::Show()
+{
+    if (m_unloaded)
+        return;
+    show();
+    raise();
+    activateWindow();
+}
+
+void Form::ShowModal()
+{
+    if (m_unloaded)
+        return;
+    const QPointer<Form> self = this;
+    setWindowModality(Qt::ApplicationModal);
+    QEventLoop loop;
+    connect(this, &Form::closedOrHidden, &loop, &QEventLoop::quit);
+    Show();
+    if (isVisible())
+        loop.exec();
+    if (self)
+        setWindowModality(Qt::NonModal);
+}
+
+void Form::Hide()
+{
+    hide();
+}
+
+void Form::Unload()
+{
+    if (m_unloading || m_unloaded)
+        return;
+    m_unloading = true;
+    int cancel = 0;
+    Form_Unload(cancel);
+    if (cancel != 0) {
+        m_unloading = false;
+        return;
+    }
+    m_unloaded = true;
+    for (Control *c : m_order)
+        if (c->kind() == ControlKind::Timer)
+            c->setEnabled(false);
+    m_services.screens().remove(this);
+    hide();
+    emit closedOrHidden();
+    deleteLater();
+}
+
+void Form::focusControl(Control *c)
+{
+    if (!isVisible()) {
+        m_pendingFocus = c->widget();
+        return;
+    }
+    c->widget()->setFocus(Qt::OtherFocusReason);
+    if (!isActiveWindow())
+        activateWindow();
+}
+
+bool Form::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_client) {
+        if (event->type() == QEvent::Resize && !m_unloaded) {
+            for (Control *c : m_order)
+                c->redock();
+            runHandler([this] { Form_Resize(); });
+        }
+        return false;
+    }
+    if (m_unloaded)
+        return false;
+    Control *c = controlOf(watched);
+    if (!c)
+        return false;
+    bool used = false;
+    bool failed = true;
+    runHandler([&] {
+        used = c->handleEvent(event);
+        failed = false;
+    });
+    return used || failed;
+}
+
+bool Form::event(QEvent *event)
+{
+    if (event->type() == QEvent::WindowActivate && !m_unloaded)
+        runHandler([this] { Form_Activate(); });
+    return QWidget::event(event);
+}
+
+void Form::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (m_pendingFocus) {
+        QWidget *w = m_pendingFocus;
+        m_pendingFocus = nullptr;
+        w->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+void Form::hideEvent(QHideEvent *event)
+{
+    QWidget::hideEvent(event);
+    if (!event->spontaneous())
+        emit closedOrHidden();
+}
+
+void Form::closeEvent(QCloseEvent *event)
+{
+    // The close box unloads the screen, as its own exit button would.
+    event->ignore();
+    runHandler([this] { Unload(); });
+}

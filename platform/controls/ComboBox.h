@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/Control.h"
+
+class QComboBox;
+
+// A drop-down list. Its height follows its font and cannot be set. Choosing an
+// entry, by the user or by the program (ListIndex), raises Click.
+class ComboBox : public Control
+{
+public:
+    ComboBox(Form &form, const ControlDef &def, Control *container);
+
+    void AddItem(const QString &item);
+    void Clear();
+    int ListCount() const;
+    QString List(int index) const;
+    int ListIndex() const;
+    void setListIndex(int index);
+    QString Text() const;
+    QString Caption() const override { return Text(); }
+
+    void Move(double left, double top, double width, double height) override;
+
+    QComboBox *combo() const;
+};

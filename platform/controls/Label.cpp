@@ -1,0 +1,37 @@
+#include "platform/controls/Label.h"
+
+#include <QLabel>
+
+Label::Label(Form &form, const ControlDef &def, Control *container)
+    : Control(form, def, container)
+{
+    auto *w = new QLabel(parentWidget());
+    w->setTextFormat(Qt::PlainText);
+    w->setWordWrap(true);
+    w->setMargin(0);
+    w->setIndent(0);
+    w->setAlignment((def.align == Align::Center   ? Qt::AlignHCenter
+                     : def.align == Align::Right ? Qt::AlignRight
+                                                 : Qt::AlignLeft)
+                    | Qt::AlignTop);
+    w->setAutoFillBackground(!def.transparent);
+    if (def.border)
+        w->setFrameStyle(QFrame::Box | QFrame::Plain);
+    w->setText(def.caption);
+    w->setFocusPolicy(Qt::NoFocus);
+    if (!def.tip.isEmpty())
+        w->setToolTip(def.tip);
+    setWidget(w);
+}
+
+QLabel *Label::label() const
+{
+    return static_cast<QLabel *>(widget());
+}
+
+void Label::setCaption(const QString &caption)
+{
+    if (label())
+        label()->setText(caption);
+    Control::setCaption(caption);
+}

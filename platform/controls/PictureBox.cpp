@@ -1,0 +1,119 @@
+#include "platform/controls/PictureBox.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+
+class PictureWidget : public QWidget
+{
+public:
+    PictureWidget(PictureBox *box, bool border, QWidget *parent)
+        : QWidget(parent), m_box(box), m_border(border)
+    {
+        setFocusPolicy(Qt::StrongFocus);
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter p(this);
+        p.fillRect(rect(), palette().color(QPalette::Window));
+        if (!m_box->m_image.isNull())
+            p.drawImage(QPoint(0, 0), m_box->m_image);
+        if (m_border) {
+            p.setPen(palette().color(QPalette::Dark));
+            p.drawRect(rect().adjusted(0, 0, -1, -1));
+        }
+    }
+
+private:
+    PictureBox *m_box;
+    bool m_border;
+};
+
+PictureBox::PictureBox(Form &form, const ControlDef &def, Control *container)
+    : Control(form, def, container)
+{
+    auto *w = new PictureWidget(this, def.border, parentWidget());
+    w->setAutoFillBackground(true);
+    setWidget(w);
+    m_font = w->font();
+    if (def.fore.isValid())
+        m_ink = def.fore;
+    if (!def.picture.isEmpty())
+        setPicture(QImage(def.picture));
+}
+
+void PictureBox::applyColors()
+{
+    Control::applyColors();
+}
+
+double PictureBox::ScaleWidth() const
+{
+    return widget() ? widget()->width() : 0;
+}
+
+double PictureBox::ScaleHeight() const
+{
+    return widget() ? widget()->height() : 0;
+}
+
+void PictureBox::ensureImage()
+{
+    const QSize size = widget() ? widget()->size() : QSize();
+    if (m_image.size() == size && !m_image.isNull())
+        return;
+    // The drawing keeps its size when the box is resized: a smaller box cuts
+    // it, a larger one shows it whole with blank around it.
+    QImage grown(size.expandedTo(m_image.size()).expandedTo(QSize(1, 1)),
+                 QImage::Format_ARGB32_Premultiplied);
+    grown.fill(Qt::transparent);
+    if (!m_image.isNull()) {
+        QPainter p(&grown);
+        p.drawImage(0, 0, m_image);
+    }
+    m_image = grown;
+}
+
+void PictureBox::Cls()
+{
+    m_image = QImage();
+    CurrentX = 0;
+    CurrentY = 0;
+    if (widget())
+        widget()->update();
+}
+
+void PictureBox::Print(const QString &text)
+{
+    ensureImage();
+    const QFontMetricsF fm(m_font, widget());
+    if (!text.isEmpty()) {
+        QPainter p(&m_image);
+        p.setRenderHint(QPainter::TextAntialiasing);
+        p.setFont(m_font);
+        p.setPen(m_ink);
+        p.drawText(QPointF(CurrentX, CurrentY + fm.ascent()), text);
+    }
+    CurrentX = 0;
+    CurrentY += fm.height();
+    if (widget())
+        widget()->update();
+}
+
+double PictureBox::TextWidth(const QString &text) const
+{
+    return QFontMetricsF(m_font, widget()).horizontalAdvance(text);
+}
+
+double PictureBox::TextHeight(const QString &) const
+{
+    return QFontMetricsF(m_font, widget()).height();
+}
+
+void PictureBox::setPicture(const QImage &picture)
+{
+    m_image = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    if (widget())
+        widget()->update();
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/Control.h"
+
+#include <QFont>
+#include <QImage>
+
+// A picture box with a persistent image: what is printed on it stays drawn.
+// Positions of its drawing are in pixels. It may hold other controls.
+class PictureBox : public Control
+{
+public:
+    PictureBox(Form &form, const ControlDef &def, Control *container);
+
+    // Drawing, in pixels of the inner area.
+    double CurrentX = 0;
+    double CurrentY = 0;
+    void Cls();
+    // Prints one line at CurrentX/CurrentY in the current font and colour;
+    // the next line starts at x 0, one line lower.
+    void Print(const QString &text = {});
+    double TextWidth(const QString &text) const;
+    double TextHeight(const QString &text) const;
+    double ScaleWidth() const;
+    double ScaleHeight() const;
+
+    QFont drawFont() const { return m_font; }
+    void setDrawFont(const QFont &f) { m_font = f; }
+    QColor drawColor() const { return m_ink; }
+    void setDrawColor(const QColor &c) { m_ink = c; }
+
+    // The persistent drawing (what a print of the picture copies).
+    const QImage &image() const { return m_image; }
+    void setPicture(const QImage &picture);
+
+protected:
+    void applyColors() override;
+
+private:
+    void ensureImage();
+    friend class PictureWidget;
+    QImage m_image;
+    QFont m_font;
+    QColor m_ink = Qt::black;
+};

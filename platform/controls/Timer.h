@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/Control.h"
+
+class QTimer;
+
+// A timer: while enabled, raises Timer every Interval milliseconds. Tests
+// call tick() to raise it on their own schedule.
+class Timer : public Control
+{
+public:
+    Timer(Form &form, const ControlDef &def, Control *container);
+    ~Timer() override;
+
+    void setEnabled(bool enabled) override;
+    int Interval() const { return m_interval; }
+    void setInterval(int ms);
+    // Raises the Timer event once, as a tick would.
+    void tick();
+    // Stops the real clock; tick() still works (for scripted tests).
+    void setScripted(bool scripted);
+
+    std::function<void()> TimerEvent;
+
+private:
+    void update();
+    QTimer *m_timer;
+    int m_interval;
+    bool m_scripted = false;
+};

@@ -1,0 +1,10 @@
+#!/usr/bin/env bash
+# Saves PNGs of every screen (design size and twice it) into build/screenshots.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/deps.sh
+ensure_packages
+build_dir=${BUILD_DIR:-build}
+[ -f "$build_dir/build.ninja" ] || cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
+cmake --build "$build_dir" -j2 --target quadrivo_screenshots
+QT_QPA_PLATFORM=offscreen "$build_dir/tools/quadrivo_screenshots" "$build_dir/screenshots"
