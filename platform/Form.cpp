@@ -144,6 +144,19 @@ void Form::setInnerSize(double width, double height)
     // The layout gives the client its size when it next runs; do it now, so
     // the inner area is right before the screen is first shown.
     m_client->setGeometry(0, menu, w, h);
+    // A hidden screen hears of its new size only when shown; its controls
+    // follow at once all the same.
+    if (!isVisible())
+        clientResized();
+}
+
+void Form::clientResized()
+{
+    for (Control *c : m_order)
+        c->redock();
+    // The resize handler is the loaded screen's: not while it is being built.
+    if (m_loaded && !m_unloaded)
+        runHandler([this] { Form_Resize(); });
 }
 
 void Form::setBackColor(const QColor &color)
@@ -166,6 +179,7 @@ void Form::load()
 {
     // Option buttons chosen at design become chosen as the screen loads, and
     // their Click handlers run then, before the load handler.
+    m_loaded = true;
     for (OptionButton *b : m_designChosen)
         b->setValue(true);
     Form_Load();
@@ -235,11 +249,8 @@ void Form::focusControl(Control *c)
 bool Form::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_client) {
-        if (event->type() == QEvent::Resize && !m_unloaded) {
-            for (Control *c : m_order)
-                c->redock();
-            runHandler([this] { Form_Resize(); });
-        }
+        if (event->type() == QEvent::Resize)
+            clientResized();
         return false;
     }
     if (m_unloaded)

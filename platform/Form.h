@@ -109,6 +109,7 @@ private:
     Control *create(const ControlDef &def);
     Control *controlOf(QObject *widget) const;
     void runHandler(const std::function<void()> &handler);
+    void clientResized();
 
     Services &m_services;
     QString m_name;
@@ -120,6 +121,7 @@ private:
     Control *m_active = nullptr;
     QPointer<QWidget> m_pendingFocus;
     std::vector<OptionButton *> m_designChosen;
+    bool m_loaded = false;
     bool m_unloading = false;
     bool m_unloaded = false;
 };

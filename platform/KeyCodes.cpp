@@ -42,8 +42,19 @@ int fromEvent(const QKeyEvent *event)
 int shiftState(const QKeyEvent *event)
 {
     const Qt::KeyboardModifiers m = event->modifiers();
-    return (m & Qt::ShiftModifier ? ShiftMask : 0) | (m & Qt::ControlModifier ? CtrlMask : 0)
-           | (m & Qt::AltModifier ? AltMask : 0);
+    int state = (m & Qt::ShiftModifier ? ShiftMask : 0) | (m & Qt::ControlModifier ? CtrlMask : 0)
+                | (m & Qt::AltModifier ? AltMask : 0);
+    // Pressing a modifier key counts that modifier as down already; Qt leaves
+    // it out of the press event.
+    if (event->type() == QEvent::KeyPress) {
+        if (event->key() == Qt::Key_Shift)
+            state |= ShiftMask;
+        else if (event->key() == Qt::Key_Control)
+            state |= CtrlMask;
+        else if (event->key() == Qt::Key_Alt)
+            state |= AltMask;
+    }
+    return state;
 }
 
 int asciiFromEvent(const QKeyEvent *event)

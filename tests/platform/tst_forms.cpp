@@ -1,0 +1,369 @@
+#include "core/AppContext.h"
+#include "platform/Form.h"
+#include "platform/controls/CommandButton.h"
+#include "platform/controls/Frame.h"
+#include "platform/controls/Label.h"
+#include "platform/controls/Line.h"
+#include "platform/controls/Menu.h"
+#include "platform/controls/OptionButton.h"
+#include "platform/controls/Timer.h"
+#include "support/ScreenTest.h"
+#include "support/TestDoubles.h"
+
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+
+using namespace ScreenTest;
+
+namespace {
+
+using K = ControlKind;
+
+// A small screen with one control of each kind the tests need; it logs every
+// event it receives.
+class Prova : public Form
+{
+public:
+    explicit Prova(AppContext &ctx) : Form(ctx, QStringLiteral("Prova"))
+    {
+        // clang-format off
+        design(6000, 4500, {
+            {.kind = K::Frame, .name = "Frame1", .left = 300, .top = 300, .width = 3000, .height = 2400, .border = true},
+            {.kind = K::OptionButton, .name = "Opt", .index = 0, .in = "Frame1", .left = 150, .top = 150, .width = 2700, .height = 600, .caption = "zero"},
+            {.kind = K::OptionButton, .name = "Opt", .index = 1, .in = "Frame1", .left = 150, .top = 900, .width = 2700, .height = 600, .caption = "uno"},
+            {.kind = K::OptionButton, .name = "Opt", .index = 2, .in = "Frame1", .left = 150, .top = 1650, .width = 2700, .height = 600, .caption = "due", .value = true},
+            {.kind = K::CommandButton, .name = "Cmd", .left = 3600, .top = 300, .width = 2000, .height = 600, .caption = "Comando"},
+            {.kind = K::Label, .name = "Lbl", .left = 3600, .top = 1200, .width = 2000, .height = 400, .caption = "?"},
+            {.kind = K::Line, .name = "Linea", .left = 300, .top = 3000, .width = 5000, .height = 3000},
+            {.kind = K::Timer, .name = "Tmr", .interval = 1000},
+            {.kind = K::Menu, .name = "mnu", .caption = "Menu"},
+        });
+        // clang-format on
+        Opt = array<OptionButton>("Opt");
+        Opt.onGotFocus([this](int i) { log << QStringLiteral("GotFocus %1").arg(i); });
+        Opt.onLostFocus([this](int i) { log << QStringLiteral("LostFocus %1").arg(i); });
+        Opt.onClick([this](int i) { log << QStringLiteral("Click %1").arg(i); });
+        Opt.onKeyDown([this](int i, int &k, int s) {
+            log << QStringLiteral("KeyDown %1 %2 %3").arg(i).arg(k).arg(s);
+            if (onKeyDown)
+                onKeyDown(i, k);
+        });
+        Opt.onKeyPress([this](int i, int &k) { log << QStringLiteral("KeyPress %1 %2").arg(i).arg(k); });
+        Opt.onKeyUp([this](int i, int &k, int) { log << QStringLiteral("KeyUp %1 %2").arg(i).arg(k); });
+        Opt.onMouseDown([this](int i, int b, int, double, double) { log << QStringLiteral("MouseDown %1 %2").arg(i).arg(b); });
+        Opt.onMouseUp([this](int i, int, int, double, double) { log << QStringLiteral("MouseUp %1").arg(i); });
+        auto &cmd = get<CommandButton>("Cmd");
+        cmd.Click = [this] { log << QStringLiteral("Cmd Click"); };
+        cmd.MouseDown = [this](int, int, double, double) { log << QStringLiteral("Cmd MouseDown"); };
+        cmd.MouseUp = [this](int, int, double, double) { log << QStringLiteral("Cmd MouseUp"); };
+        get<Label>("Lbl").Change = [this] { log << QStringLiteral("Lbl Change"); };
+    }
+
+    ControlArray<OptionButton> Opt;
+    QStringList log;
+    std::function<void(int, int &)> onKeyDown;
+    int loads = 0;
+    bool loadedWhileLoading = false;
+    int cancel = 0;
+    QStringList logAtLoad;
+
+protected:
+    void Form_Load() override
+    {
+        ++loads;
+        loadedWhileLoading = services().screens().isLoaded<Prova>();
+        logAtLoad = log;
+    }
+    void Form_Unload(int &Cancel) override
+    {
+        log << QStringLiteral("Unload");
+        Cancel = cancel;
+    }
+};
+
+} // namespace
+
+class TestForms : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void choiceButtonReportsKeysAndDoesNothingByItself()
+    {
+        TestContext t;
+        auto &f = t->form<Prova>();
+        QVERIFY(showActive(f));
+        f.Opt(0).SetFocus();
+        f.log.clear();
+        key(Qt::Key_Space);
+        key(Qt::Key_Return);
+        key(Qt::Key_Right);
+        key(Qt::Key_Down);
+        QCOMPARE(focusedControl(f), &f.Opt(0));
+        QVERIFY(!f.Opt(0).Value());
+        QCOMPARE(f.log, (QStringList{"KeyDown 0 32 0", "KeyPress 0 32", "KeyUp 0 32",
+                                     "KeyDown 0 13 0", "KeyPress 0 13", "KeyUp 0 13",
+                                     "KeyDown 0 39 0", "KeyUp 0 39", "KeyDown 0 40 0", "KeyUp 0 40"}));
+    }
+
+    void mouseClickGivesDownClickUpAndNoGroupExclusivity()
+    {
+        TestContext t;
+        auto &f = t->form<Prova>();
+        QVERIFY(showActive(f));
+        f.Opt(1).SetFocus();
+        f.log.clear();
+        click(f.Opt(0));
+        QCOMPARE(f.log, (QStringList{"LostFocus 1", "GotFocus 0", "MouseDown 0 1", "Click 0", "MouseUp 0"}));
+        QVERIFY(f.Opt(0).Value());
+        QVERIFY(f.Opt(2).Value()); // chosen at design, still chosen
+        f.log.clear();
+        click(f.Opt(0)); // already chosen: no second Click
+        QCOMPARE(f.log, (QStringList{"MouseDown 0 1", "MouseUp 0"}));
+    }
+
+    void designChosenButtonsClickBeforeTheLoadHandler()
+    {
+        TestContext t;
+        auto &f = t->form<Prova>();
+        QCOMPARE(f.logAtLoad, QStringList{"Click 2"});
+        QVERIFY(f.Opt(2).Value());
+    }
+
+    void keyDownThenKeyPressGoToTheControlFocusedAtKeyDown()
+    {
+        TestContext t;
+        auto &f = t->form<Prova>();
+        QVERIFY(showActive(f));
+        f.Opt(0).SetFocus();
+        f.onKeyDown = [&](int i, int &k) {
+            if (i == 0) {
+                k = 0; // does not cancel KeyPress
+                f.Opt(1).SetFocus();
+            }
+        };
+        f.log.clear();
+        key(Qt::Key_Space);
+        QCOMPARE(f.log, (QStringList{"KeyDown 0 32 0", "LostFocus 0", "GotFocus 1", "KeyPress 0 32",
+                                     "KeyUp 1 32"}));
+    }
+
+    void keyCodesTellKeypadAndMainKeyboardApart_data()
+    {
+        QTest::addColumn<int>("qtKey");
+        QTest::addColumn<bool>("keypad");
+        QTest::addColumn<int>("shift");
+        QTest::addColumn<int>("code");
+        QTest::addColumn<int>("ascii");
+        QTest::newRow("1") << int(Qt::Key_1) << false << 0 << 49 << 49;
+        QTest::newRow("0") << int(Qt::Key_0) << false << 0 << 48 << 48;
+        QTest::newRow("keypad 1") << int(Qt::Key_1) << true << 0 << 97 << 49;
+        QTest::newRow("keypad 3") << int(Qt::Key_3) << true << 0 << 99 << 51;
+        QTest::newRow("keypad 0") << int(Qt::Key_0) << true << 0 << 96 << 48;
+        QTest::newRow("enter") << int(Qt::Key_Return) << false << 0 << 13 << 13;
+        QTest::newRow("keypad enter") << int(Qt::Key_Enter) << true << 0 << 13 << 13;
+        QTest::newRow("a") << int(Qt::Key_A) << false << 0 << 65 << 97;
+        QTest::newRow("A") << int(Qt::Key_A) << false << 1 << 65 << 65;
+        QTest::newRow("backspace") << int(Qt::Key_Backspace) << false << 0 << 8 << 8;
+        QTest::newRow("left") << int(Qt::Key_Left) << false << 0 << 37 << 0;
+        QTest::newRow("up") << int(Qt::Key_Up) << false << 0 << 38 << 0;
+        QTest::newRow("shift") << int(Qt::Key_Shift) << false << 1 << 16 << 0;
+    }
+    void keyCodesTellKeypadAndMainKeyboardApart()
+    {
+        QFETCH(int, qtKey);
+        QFETCH(bool, keypad);
+        QFETCH(int, shift);
+        QFETCH(int, code);
+        QFETCH(int, ascii);
+        TestContext t;
+        auto &f = t->form<Prova>();
+        QVERIFY(showActive(f));
+        f.Opt(0).SetFocus();
+        f.log.clear();
+        Qt::KeyboardModifiers m = keypad ? Qt::KeypadModifier : Qt::NoModifier;
+        if (shift)
+            m |= Qt::ShiftModifier;
+        keyDown(Qt::Key(qtKey), m);
+        QVERIFY(!f.log.isEmpty());
+        QCOMPARE(f.log[0], QStringLiteral("KeyDown 0 %1 %2").arg(code).arg(shift));
+        if (ascii)
+            QCOMPARE(f.log.value(1), QStringLiteral("KeyPress 0 %1").arg(ascii));
+        else
+            QCOMPARE(f.log.size(), 1);
+    }
+
+    void heldKeyGivesRepeatedKeyDownAndOneKeyUp()
+    {
+        TestContext t;
+        auto &f = t->form<Prova>();
+        QVERIFY(showActive(f));
+        f.Opt(0).SetFocus();
+        f.log.clear();
+        holdKey(Qt::Key_B, 3);
+        QCOMPARE(f.log.count(QStringLiteral("KeyDown 0 66 0")), 4);
+        QCOMPARE(f.log.count(QStringLiteral("KeyUp 0 66")), 1);
+        QCOMPARE(f.log.last(), QStringLiteral("KeyUp 0 66"));
+    }
+
+    void focusOnADisabledControlIsAnInvalidProcedureCall()
+    {
+        TestContext t;
+        auto &f = t->form<Prova>();
+        QVERIFY(showActive(f));
+        f.Opt(1).setEnabled(false);
+        try {
+            f.Opt(1).SetFocus();
+            QFAIL("no error");
+        } catch (const RuntimeError &e) {
+            QCOMPARE(e.code(), RuntimeError::InvalidProcedureCall);
+        }
+        f.Opt(1).setEnabled(true);
+        f.get<Frame>("Frame1").setEnabled(false);
+        QVERIFY(f.Opt(1).Enabled()); // its own value is kept
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, f.Opt(1).SetFocus());
+        f.get<Frame>("Frame1").setEnabled(true);
+        f.Opt(1).SetFocus();
+        QCOMPARE(focusedControl(f), &f.Opt(1));
+    }
+
+    void focusAskedBeforeShowingIsTakenWhenShown()
+    {
+        TestContext t;
+        auto &f = t->form<Prova>();
+        f.Opt(2).SetFocus();
+        QVERIFY(!f.Opt(2).hasFocus());
+        QVERIFY(showActive(f));
+        QCOMPARE(focusedControl(f), &f.Opt(2));
+    }
+
+    void screenIsMarkedLoadedBeforeItsLoadHandlerAndLoadsOnce()
+    {
+        TestContext t;
+        QVERIFY(!t->screens().isLoaded<Prova>());
+        auto &f = t->form<Prova>();
+        QVERIFY(f.loadedWhileLoading);
+        QCOMPARE(&t->form<Prova>(), &f);
+        QCOMPARE(f.loads, 1);
+        QCOMPARE(t->screens().loaded(), QList<Form *>{&f});
+    }
+
+    void unloadRunsTheHandlerAndTheNextReferenceLoadsAfresh()
+    {
+        TestContext t;
+        QPointer<Prova> first = &t->form<Prova>();
+        first->Show();
+        first->cancel = 1;
+        first->Unload();
+        QVERIFY(first->isVisible()); // cancelled
+        first->cancel = 0;
+        first->Unload();
+        QVERIFY(first->log.endsWith(QStringLiteral("Unload")));
+        QVERIFY(!t->screens().isLoaded<Prova>());
+        settle();
+        QVERIFY(first.isNull());
+        auto &second = t->form<Prova>();
+        QCOMPARE(second.loads, 1);
+    }
+
+    void closeBoxUnloads()
+    {
+        TestContext t;
+        auto &f = t->form<Prova>();
+        QVERIFY(showActive(f));
+        QSignalSpy empty(&t->screens(), &ScreenRegistry::empty);
+        f.close();
+        QVERIFY(!t->screens().isLoaded<Prova>());
+        QCOMPARE(empty.count(), 1);
+    }
+
+    void modalShowWaitsUntilHidden()
+    {
+        TestContext t;
+        auto &f = t->form<Prova>();
+        bool wasVisible = false;
+        QTimer::singleShot(0, &f, [&] {
+            wasVisible = f.isVisible();
+            f.Hide();
+        });
+        f.ShowModal();
+        QVERIFY(wasVisible);
+        QVERIFY(!f.isVisible());
+    }
+
+    void aHandlerErrorGoesToTheErrorReportNotToQt()
+    {
+        TestContext t;
+        auto &f = t->form<Prova>();
+        QVERIFY(showActive(f));
+        f.Opt(0).SetFocus();
+        f.onKeyDown = [](int, int &) { throw RuntimeError(RuntimeError::TypeMismatch); };
+        key(Qt::Key_0);
+        QCOMPARE(t.errors->errors, QList<RuntimeError::Code>{RuntimeError::TypeMismatch});
+    }
+
+    void commandButtonClicksOnMouseEnterAndSpace()
+    {
+        TestContext t;
+        auto &f = t->form<Prova>();
+        QVERIFY(showActive(f));
+        auto &cmd = f.get<CommandButton>("Cmd");
+        f.log.clear();
+        click(cmd);
+        QCOMPARE(f.log, (QStringList{"LostFocus 0", "Cmd MouseDown", "Cmd MouseUp", "Cmd Click"}));
+        f.log.clear();
+        cmd.SetFocus();
+        key(Qt::Key_Return);
+        key(Qt::Key_Space);
+        QCOMPARE(f.log, (QStringList{"Cmd Click", "Cmd Click"}));
+    }
+
+    void controlsWithoutPositionRaiseNotSupported()
+    {
+        TestContext t;
+        auto &f = t->form<Prova>();
+        for (const char *name : {"Linea", "Tmr", "mnu"}) {
+            Control *c = f.findControl(QString::fromLatin1(name));
+            QVERIFY(c);
+            QVERIFY_THROWS_EXCEPTION(RuntimeError, (void)c->Left());
+            QVERIFY_THROWS_EXCEPTION(RuntimeError, (void)c->Width());
+        }
+    }
+
+    void objectNamesCarryTheIndex()
+    {
+        TestContext t;
+        auto &f = t->form<Prova>();
+        QCOMPARE(f.Opt(1).widget()->objectName(), QStringLiteral("Opt_1"));
+        QCOMPARE(f.get<CommandButton>("Cmd").widget()->objectName(), QStringLiteral("Cmd"));
+        QVERIFY(f.findChild<QWidget *>(QStringLiteral("Opt_2")));
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, (void)f.Opt(3));
+    }
+
+    void labelChangeFiresOnNewCaptionOnly()
+    {
+        TestContext t;
+        auto &f = t->form<Prova>();
+        f.log.clear();
+        f.get<Label>("Lbl").setCaption(QStringLiteral("?"));
+        f.get<Label>("Lbl").setCaption(QStringLiteral("4"));
+        QCOMPARE(f.log, QStringList{"Lbl Change"});
+    }
+
+    void geometryIsInTwips()
+    {
+        TestContext t;
+        auto &f = t->form<Prova>();
+        QCOMPARE(f.ScaleWidth(), 6000.0);
+        QCOMPARE(f.ScaleHeight(), 4500.0);
+        auto &cmd = f.get<CommandButton>("Cmd");
+        QCOMPARE(cmd.widget()->geometry(), QRect(240, 20, 133, 40));
+        cmd.Move(1500, 150, 750, 300);
+        QCOMPARE(cmd.widget()->geometry(), QRect(100, 10, 50, 20));
+        QCOMPARE(cmd.Left(), 1500.0);
+    }
+};
+
+QTEST_MAIN(TestForms)
+#include "tst_forms.moc"
