@@ -38,7 +38,9 @@ int esegui(int argc, char *argv[])
 
     AppContext ctx;
     ctx.setExecutableName(QFileInfo(QApplication::applicationFilePath()).completeBaseName());
-    QObject::connect(&ctx.screens(), &ScreenRegistry::empty, &app, &QApplication::quit);
+    // exit(), not quit(): quit() first asks every window to close, and a
+    // screen decides that for itself.
+    QObject::connect(&ctx.screens(), &ScreenRegistry::empty, &app, [] { QCoreApplication::exit(0); });
 
     ctx.runHandler([&] { ctx.form<FrmInizio>().Show(); });
     if (ctx.screens().loaded().isEmpty())

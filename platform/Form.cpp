@@ -294,6 +294,10 @@ void Form::hideEvent(QHideEvent *event)
 void Form::closeEvent(QCloseEvent *event)
 {
     // The close box unloads the screen, as its own exit button would.
+    if (m_unloaded) {
+        event->accept();
+        return;
+    }
     event->ignore();
     runHandler([this] { Unload(); });
 }

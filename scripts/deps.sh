@@ -4,6 +4,7 @@ QUADRIVO_PACKAGES=(
     g++ cmake ninja-build
     qt6-base-dev
     fonts-liberation2 fonts-dejavu-core
+    xvfb xdotool
 )
 
 ensure_packages() {

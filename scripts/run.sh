@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# Builds Quadrivo and starts it. Installs what is missing on a Debian 12
+# machine first (run as root). Needs a graphical session (DISPLAY).
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/deps.sh
+ensure_packages
+
+build_dir=${BUILD_DIR:-build}
+if [ ! -f "$build_dir/build.ninja" ]; then
+    cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=${BUILD_TYPE:-RelWithDebInfo}
+fi
+cmake --build "$build_dir" -j2 --target Quadrivo
+exec "$build_dir/app/Quadrivo" "$@"

@@ -1,0 +1,116 @@
+#include <QDir>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTest>
+
+// The real program in a real X server: it starts on the start screen and a
+// pupil can leave it with the keyboard alone.
+class TestAvvio : public QObject
+{
+    Q_OBJECT
+
+    QProcess xvfb;
+    QString display;
+
+    QString programma() const
+    {
+        return QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("../app/Quadrivo"));
+    }
+
+    // Runs xdotool against our X server; its standard output.
+    QString xdotool(const QStringList &args)
+    {
+        QProcess p;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("DISPLAY"), display);
+        p.setProcessEnvironment(env);
+        p.start(QStringLiteral("xdotool"), args);
+        p.waitForFinished(10000);
+        return QString::fromLocal8Bit(p.readAllStandardOutput()).trimmed();
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY2(!QStandardPaths::findExecutable(QStringLiteral("Xvfb")).isEmpty(), "Xvfb missing");
+        QVERIFY2(!QStandardPaths::findExecutable(QStringLiteral("xdotool")).isEmpty(), "xdotool missing");
+        // A display number of our own, away from any the machine uses.
+        display = QStringLiteral(":%1").arg(90 + QCoreApplication::applicationPid() % 800);
+        xvfb.start(QStringLiteral("Xvfb"), {display, QStringLiteral("-screen"), QStringLiteral("0"),
+                                            QStringLiteral("1280x1024x24"), QStringLiteral("-nolisten"),
+                                            QStringLiteral("tcp")});
+        QVERIFY(xvfb.waitForStarted(5000));
+        // The server is up once a client can talk to it.
+        bool up = false;
+        for (int i = 0; i < 50 && !up; ++i) {
+            QTest::qWait(100);
+            QProcess probe;
+            QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+            env.insert(QStringLiteral("DISPLAY"), display);
+            probe.setProcessEnvironment(env);
+            probe.start(QStringLiteral("xdotool"), {QStringLiteral("getmouselocation")});
+            probe.waitForFinished(2000);
+            up = probe.exitCode() == 0;
+        }
+        QVERIFY2(up, "Xvfb did not come up");
+    }
+
+    void cleanupTestCase()
+    {
+        xvfb.terminate();
+        xvfb.waitForFinished(5000);
+    }
+
+    void startsOnTheStartScreenAndLeavesWithTheKeyboardAlone()
+    {
+        QTemporaryDir lavoro;
+        QProcess quadrivo;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.remove(QStringLiteral("QT_QPA_PLATFORM"));
+        env.insert(QStringLiteral("DISPLAY"), display);
+        quadrivo.setProcessEnvironment(env);
+        quadrivo.setWorkingDirectory(lavoro.path());
+        quadrivo.start(programma(), {});
+        QVERIFY(quadrivo.waitForStarted(5000));
+
+        QString finestra;
+        for (int i = 0; i < 100 && finestra.isEmpty(); ++i) {
+            QTest::qWait(100);
+            finestra = xdotool({QStringLiteral("search"), QStringLiteral("--name"),
+                                QStringLiteral("^SISTEMA DECIMALE: scomposizione$")});
+        }
+        QVERIFY2(!finestra.isEmpty(), "no window titled SISTEMA DECIMALE: scomposizione");
+        const QString id = finestra.split(QLatin1Char('\n')).first();
+        // No window manager here: give the window the keyboard directly.
+        xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), id});
+        QTest::qWait(300);
+        for (const char *tasto : {"Return", "Return", "space", "space", "Return"}) {
+            xdotool({QStringLiteral("key"), QString::fromLatin1(tasto)});
+            QTest::qWait(250);
+        }
+        if (quadrivo.state() != QProcess::NotRunning)
+            QVERIFY2(quadrivo.waitForFinished(10000), "the program did not end");
+        QCOMPARE(quadrivo.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(quadrivo.exitCode(), 0);
+    }
+
+    void withoutADisplayItSaysSoInOneLine()
+    {
+        QProcess quadrivo;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.remove(QStringLiteral("QT_QPA_PLATFORM"));
+        env.remove(QStringLiteral("DISPLAY"));
+        env.remove(QStringLiteral("WAYLAND_DISPLAY"));
+        quadrivo.setProcessEnvironment(env);
+        quadrivo.start(programma(), {});
+        QVERIFY(quadrivo.waitForFinished(10000));
+        QCOMPARE(quadrivo.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(quadrivo.exitCode(), 1);
+        const QString errore = QString::fromLocal8Bit(quadrivo.readAllStandardError()).trimmed();
+        QCOMPARE(errore.count(QLatin1Char('\n')), 0);
+        QVERIFY(errore.contains(QStringLiteral("DISPLAY")));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestAvvio)
+#include "tst_avvio.moc"
