@@ -55,6 +55,13 @@ void Form::design(double width, double height, std::initializer_list<ControlDef>
     setInnerSize(width, height);
 }
 
+void Form::design(double width, double height, const std::vector<ControlDef> &table)
+{
+    for (const ControlDef &def : table)
+        create(def);
+    setInnerSize(width, height);
+}
+
 void Form::setDesignFont(const FontDef &def)
 {
     QFont f = font();

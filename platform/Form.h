@@ -90,6 +90,8 @@ protected:
     // Builds the controls of a design table, in its order, at inner size
     // width x height twips.
     void design(double width, double height, std::initializer_list<ControlDef> table);
+    // The same for a table built in code (long control arrays).
+    void design(double width, double height, const std::vector<ControlDef> &table);
     void setDesignFont(const FontDef &font);
     // The order the Tab key walks, when it is not the table's.
     void setTabOrder(std::initializer_list<Control *> order);
