@@ -1,5 +1,7 @@
 #include "platform/Services.h"
 
+#include "platform/printing/Printers.h"
+
 #include <QDir>
 
 Services::Services()
@@ -7,7 +9,8 @@ Services::Services()
       m_random(std::make_unique<MixingRandom>()),
       m_messageBoxes(std::make_unique<QtMessageBoxes>()),
       m_errorReport(std::make_unique<FatalErrorReport>(*this)),
-      m_screens(std::make_unique<ScreenRegistry>())
+      m_screens(std::make_unique<ScreenRegistry>()),
+      m_notifications(std::make_unique<QtNotifications>())
 {
 }
 
@@ -15,6 +18,23 @@ Services::~Services()
 {
     // Screens go first: they may still hold on to the other services.
     m_screens.reset();
+}
+
+Printers &Services::printers()
+{
+    if (!m_printers)
+        m_printers = Printers::installed(*this);
+    return *m_printers;
+}
+
+void Services::setPrinters(std::unique_ptr<Printers> printers)
+{
+    m_printers = std::move(printers);
+}
+
+Printer &Services::printer()
+{
+    return printers().current();
 }
 
 QString Services::workingDirectory() const

@@ -3,6 +3,7 @@
 #include "platform/Clock.h"
 #include "platform/ErrorReport.h"
 #include "platform/MessageBoxes.h"
+#include "platform/Notifications.h"
 #include "platform/RandomSource.h"
 #include "platform/RuntimeError.h"
 #include "platform/ScreenRegistry.h"
@@ -11,8 +12,12 @@
 #include <functional>
 #include <memory>
 
+class Printer;
+class Printers;
+
 // The platform services one run of the program uses: clock, random numbers,
-// message boxes, the general error report and the working directory. Each is
+// message boxes, notices, the printers, the general error report and the
+// working directory. Each is
 // replaceable, so a test runs against a pinned clock, scripted draws and
 // recording boxes.
 class Services
@@ -34,6 +39,20 @@ public:
     void setMessageBoxes(std::unique_ptr<MessageBoxes> boxes) { m_messageBoxes = std::move(boxes); }
     void setErrorReport(std::unique_ptr<ErrorReport> report) { m_errorReport = std::move(report); }
 
+    // Notices that need no answer (where a printed file went).
+    Notifications &notifications() { return *m_notifications; }
+    void setNotifications(std::unique_ptr<Notifications> notifications)
+    {
+        m_notifications = std::move(notifications);
+    }
+
+    // The installed printers; the system's are looked up at first use, so a
+    // test that installs its own never touches the printing system.
+    Printers &printers();
+    void setPrinters(std::unique_ptr<Printers> printers);
+    // The current printer, on which every printout goes.
+    Printer &printer();
+
     // Where the program's own files (the levels file) are read and written.
     QString workingDirectory() const;
     void setWorkingDirectory(const QString &dir) { m_workingDirectory = dir; }
@@ -54,4 +73,6 @@ private:
     std::unique_ptr<ScreenRegistry> m_screens;
     QString m_workingDirectory;
     QString m_executableName = QStringLiteral("Quadrivo");
+    std::unique_ptr<Notifications> m_notifications;
+    std::unique_ptr<Printers> m_printers;
 };

@@ -3,7 +3,10 @@
 QUADRIVO_PACKAGES=(
     g++ cmake ninja-build
     qt6-base-dev
-    fonts-liberation2 fonts-dejavu-core
+    fonts-liberation2 fonts-dejavu-core fontconfig
+    # printing: lp for CUPS queues; a private cupsd with a PDF pass-through
+    # queue (pdftopdf, gziptoany) and poppler's tools to read printouts back
+    cups-client cups-daemon cups-core-drivers cups-filters-core-drivers poppler-utils
     xvfb xdotool
 )
 

@@ -1,5 +1,7 @@
 #include "support/TestDoubles.h"
 
+#include "platform/printing/Printers.h"
+
 void PinnedClock::setSecondsSinceMidnight(double seconds)
 {
     m_now = QDateTime(m_now.date(), QTime(0, 0).addMSecs(qRound64(seconds * 1000)));
@@ -41,4 +43,12 @@ TestContext::TestContext() : ctx(std::make_unique<AppContext>())
     auto b = std::make_unique<RecordingMessageBoxes>();
     boxes = b.get();
     ctx->setMessageBoxes(std::move(b));
+    auto n = std::make_unique<RecordingNotifications>();
+    notices = n.get();
+    ctx->setNotifications(std::move(n));
+    auto p = std::make_unique<RecordingPrinter>();
+    printer = p.get();
+    std::vector<std::unique_ptr<Printer>> printers;
+    printers.push_back(std::move(p));
+    ctx->setPrinters(std::make_unique<Printers>(std::move(printers)));
 }

@@ -4,7 +4,9 @@
 #include "platform/Clock.h"
 #include "platform/ErrorReport.h"
 #include "platform/MessageBoxes.h"
+#include "platform/Notifications.h"
 #include "platform/RandomSource.h"
+#include "platform/printing/RecordingPrinter.h"
 
 #include <QDateTime>
 #include <QList>
@@ -76,6 +78,14 @@ public:
     Answer answer = Ok;
 };
 
+// Records every notice instead of showing it.
+class RecordingNotifications final : public Notifications
+{
+public:
+    void notify(const QString &text) override { notices.append(text); }
+    QStringList notices;
+};
+
 // A fresh context wired with the doubles above; the raw pointers stay owned
 // by the context.
 struct TestContext
@@ -86,6 +96,9 @@ struct TestContext
     ScriptedRandom *random;
     RecordingErrorReport *errors;
     RecordingMessageBoxes *boxes;
+    RecordingNotifications *notices;
+    // The only printer, and the current one.
+    RecordingPrinter *printer;
 
     AppContext &operator*() { return *ctx; }
     AppContext *operator->() { return ctx.get(); }

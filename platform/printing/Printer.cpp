@@ -1,0 +1,107 @@
+#include "platform/printing/Printer.h"
+
+#include "platform/RuntimeError.h"
+#include "platform/printing/PrinterFonts.h"
+
+#include <QFontMetricsF>
+
+namespace {
+
+// Font metrics taken at 1440 dots per inch come out in twips, whatever the
+// device the page is finally drawn on.
+const QPaintDevice &twipDevice()
+{
+    static const QImage device = [] {
+        QImage image(1, 1, QImage::Format_Mono);
+        const int dotsPerMeter = qRound(1440 / 0.0254);
+        image.setDotsPerMeterX(dotsPerMeter);
+        image.setDotsPerMeterY(dotsPerMeter);
+        return image;
+    }();
+    return device;
+}
+
+} // namespace
+
+Printer::Printer() = default;
+Printer::~Printer() = default;
+
+void Printer::setFontName(const QString &name)
+{
+    m_fontName = name;
+}
+
+void Printer::setFontSize(double points)
+{
+    if (!(points > 0))
+        throw RuntimeError(RuntimeError::InvalidProcedureCall,
+                           QStringLiteral("Dimensione del carattere non valida: %1").arg(points));
+    m_fontSize = points;
+}
+
+void Printer::setFontBold(bool bold)
+{
+    m_fontBold = bold;
+}
+
+void Printer::setCurrentX(double twips)
+{
+    m_x = twips;
+}
+
+void Printer::setCurrentY(double twips)
+{
+    m_y = twips;
+}
+
+void Printer::Print(const QString &text)
+{
+    printLine(text, m_x, m_y);
+    m_x = 0;
+    m_y += TextHeight();
+}
+
+void Printer::PaintPicture(const QImage &picture, double x, double y)
+{
+    if (picture.isNull())
+        throw RuntimeError(RuntimeError::InvalidProcedureCall, QStringLiteral("Immagine vuota"));
+    paintPicture(picture, x, y);
+}
+
+void Printer::EndDoc()
+{
+    endDocument();
+    m_x = 0;
+    m_y = 0;
+}
+
+QStringList Printer::Fonts() const
+{
+    return PrinterFonts::families();
+}
+
+QString Printer::Fonts(int index) const
+{
+    const QStringList fonts = Fonts();
+    if (index < 0 || index >= fonts.size())
+        throw RuntimeError(RuntimeError::SubscriptOutOfRange);
+    return fonts.at(index);
+}
+
+double Printer::TextHeight() const
+{
+    return QFontMetricsF(font(), &twipDevice()).lineSpacing();
+}
+
+double Printer::TextWidth(const QString &text) const
+{
+    return QFontMetricsF(font(), &twipDevice()).horizontalAdvance(text);
+}
+
+QFont Printer::font() const
+{
+    QFont f(m_fontName);
+    f.setPointSizeF(m_fontSize);
+    f.setBold(m_fontBold);
+    return f;
+}
