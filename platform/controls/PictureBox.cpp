@@ -78,6 +78,7 @@ void PictureBox::ensureImage()
 void PictureBox::Cls()
 {
     m_image = QImage();
+    m_printed.clear();
     CurrentX = 0;
     CurrentY = 0;
     if (widget())
@@ -88,6 +89,7 @@ void PictureBox::Print(const QString &text)
 {
     ensureImage();
     const QFontMetricsF fm(m_font, widget());
+    m_printed.append({text, CurrentX, CurrentY, m_font, m_ink});
     if (!text.isEmpty()) {
         QPainter p(&m_image);
         p.setRenderHint(QPainter::TextAntialiasing);
@@ -109,6 +111,18 @@ double PictureBox::TextWidth(const QString &text) const
 double PictureBox::TextHeight(const QString &) const
 {
     return QFontMetricsF(m_font, widget()).height();
+}
+
+QImage PictureBox::Image() const
+{
+    const QSize size = widget() ? widget()->size() : QSize();
+    QImage out(size.expandedTo(QSize(1, 1)), QImage::Format_ARGB32_Premultiplied);
+    out.fill(widget() ? widget()->palette().color(QPalette::Window) : QColor(Qt::white));
+    if (!m_image.isNull()) {
+        QPainter p(&out);
+        p.drawImage(0, 0, m_image);
+    }
+    return out;
 }
 
 void PictureBox::setPicture(const QImage &picture)

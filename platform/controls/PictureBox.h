@@ -24,13 +24,28 @@ public:
     double ScaleWidth() const;
     double ScaleHeight() const;
 
+    // What Print wrote since the last Cls, in order (for reading the picture
+    // back as text).
+    struct PrintedLine
+    {
+        QString text;
+        double x;
+        double y;
+        QFont font;
+        QColor color;
+    };
+    const QList<PrintedLine> &printedLines() const { return m_printed; }
+
     QFont drawFont() const { return m_font; }
     void setDrawFont(const QFont &f) { m_font = f; }
     QColor drawColor() const { return m_ink; }
     void setDrawColor(const QColor &c) { m_ink = c; }
 
-    // The persistent drawing (what a print of the picture copies).
+    // The persistent drawing as it stands, whatever the box's size now.
     const QImage &image() const { return m_image; }
+    // The picture the box shows now: its current size, its background, the
+    // drawing cut at its edges (what a print of the picture copies).
+    QImage Image() const;
     void setPicture(const QImage &picture);
 
 protected:
@@ -40,6 +55,7 @@ private:
     void ensureImage();
     friend class PictureWidget;
     QImage m_image;
+    QList<PrintedLine> m_printed;
     QFont m_font;
     QColor m_ink = Qt::black;
 };
