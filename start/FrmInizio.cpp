@@ -4,6 +4,8 @@
 #include "core/FamiglieSimboli.h"
 #include "platform/Suppressed.h"
 #include "platform/Texts.h"
+#include "start/FileLivelli.h"
+#include "start/FrmOpzioni.h"
 #include "start/frmAutore.h"
 
 namespace {
@@ -143,6 +145,7 @@ void FrmInizio::Form_Load()
         [&] { s.NomeEseguibile = m_ctx.executableName(); },
         [&] { Label3->setCaption(Texts::fromInt(s.FamigliaSimboli)); },
         [&] { SceltaSimboli(); },
+        [&] { VerificaEsistenzaFile(s.NomeEseguibile); },
         [&] { s.TitoloArgomento = QStringLiteral("SISTEMA DECIMALE"); },
         [&] { s.SottotitoloArgomento = QStringLiteral("Scomposizione dei numeri"); },
         [&] { s.RigaSimboli = Label6(2).Caption(); },
@@ -500,9 +503,27 @@ void FrmInizio::mnuStampa_Click()
 
 void FrmInizio::mnuOpzioni_Click()
 {
+    m_ctx.form<FrmOpzioni>().ShowModal();
 }
 
 void FrmInizio::mnuAutore_Click()
 {
     m_ctx.form<frmAutore>().ShowModal();
+}
+
+// ---- Levels file ----
+
+void FrmInizio::VerificaEsistenzaFile(const QString &FileName)
+{
+    FileLivelli::VerificaEsistenzaFile(m_ctx, FileName);
+}
+
+void FrmInizio::LeggiLivelli(const QString &strNomefile)
+{
+    FileLivelli::LeggiLivelli(m_ctx, strNomefile);
+}
+
+void FrmInizio::SalvaLivello()
+{
+    FileLivelli::SalvaLivello(m_ctx);
 }

@@ -24,6 +24,10 @@ public:
 
     // Applies the current FamigliaSimboli: symbols, counts, captions.
     void SceltaSimboli();
+    // The levels file: an existence check that changes nothing, and a reader
+    // of the symbol family that nothing calls.
+    void VerificaEsistenzaFile(const QString &FileName);
+    void LeggiLivelli(const QString &strNomefile);
 
     // Design colours of the choice buttons.
     static QColor coloreFocus() { return QColor(255, 192, 128); }
@@ -43,6 +47,7 @@ private:
     void SceltaOrdine(int Index);
     void EseguiAzione(int Index);
     void ChiudiTutto();
+    void SalvaLivello();
 
     void Option1_GotFocus(int Index);
     void Option1_LostFocus(int Index);
