@@ -1,6 +1,7 @@
 #include "app/Avvio.h"
 
 #include "core/AppContext.h"
+#include "drill/frmOperativo.h"
 #include "platform/Fonts.h"
 #include "start/FrmInizio.h"
 
@@ -37,6 +38,7 @@ int esegui(int argc, char *argv[])
     QApplication::setQuitOnLastWindowClosed(false);
 
     AppContext ctx;
+    frmOperativo::collegaTipoEsercizio(ctx);
     ctx.setExecutableName(QFileInfo(QApplication::applicationFilePath()).completeBaseName());
     // exit(), not quit(): quit() first asks every window to close, and a
     // screen decides that for itself.

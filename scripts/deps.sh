@@ -8,6 +8,8 @@ QUADRIVO_PACKAGES=(
     # queue (pdftopdf, gziptoany) and poppler's tools to read printouts back
     cups-client cups-daemon cups-core-drivers cups-filters-core-drivers poppler-utils
     xvfb xdotool
+    # the drill's chime: plain ALSA
+    libasound2-dev
 )
 
 ensure_packages() {

@@ -2,8 +2,10 @@
 
 #include "core/AppContext.h"
 #include "core/FamiglieSimboli.h"
+#include "drill/frmOperativo.h"
 #include "platform/Suppressed.h"
 #include "platform/Texts.h"
+#include "sheets/FrmStampaSchede.h"
 #include "start/FileLivelli.h"
 #include "start/FrmOpzioni.h"
 #include "start/frmAutore.h"
@@ -276,7 +278,8 @@ void FrmInizio::SceltaOrdine(int Index)
 void FrmInizio::EseguiAzione(int Index)
 {
     if (Index == 0) {
-        // "Vai": the drill screen, modeless over this one.
+        // The drill opens over this screen, which stays open below it.
+        m_ctx.form<frmOperativo>().Show();
     } else if (Index == 1) {
         Frame1->setEnabled(true);
         Option1(0).SetFocus();
@@ -499,6 +502,7 @@ void FrmInizio::Label6_Click(int Index)
 
 void FrmInizio::mnuStampa_Click()
 {
+    m_ctx.form<FrmStampaSchede>().Show();
 }
 
 void FrmInizio::mnuOpzioni_Click()

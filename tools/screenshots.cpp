@@ -2,12 +2,25 @@
 // the states worth looking at. Run through scripts/screenshots.sh.
 #include "app/Avvio.h"
 #include "core/AppContext.h"
+#include "core/FamiglieSimboli.h"
+#include "drill/frmOperativo.h"
 #include "platform/Twips.h"
+#include "platform/controls/ComboBox.h"
+#include "platform/controls/CommandButton.h"
+#include "platform/controls/Menu.h"
+#include "platform/printing/PdfFilePrinter.h"
+#include "platform/printing/Printers.h"
+#include "services/frmSceltaStampante.h"
+#include "sheets/FrmStampaSchede.h"
 #include "platform/controls/Timer.h"
 #include "start/FrmInizio.h"
+#include "start/FrmOpzioni.h"
 #include "start/frmAutore.h"
 #include "start/frmIstruzioni.h"
 
+#include <QAbstractItemView>
+#include <QAction>
+#include <QComboBox>
 #include <QApplication>
 #include <QDir>
 #include <QTest>
@@ -40,6 +53,170 @@ void apriTendina(FrmInizio &inizio)
         timer.tick();
 }
 
+// ---- Drill screen ----
+
+// The keypad buttons that type `testo`: each digit, and the family's symbol
+// that stands at each other place.
+QList<int> tastiPer(const StatoCondiviso &s, const QString &testo)
+{
+    const QString simboli[] = {s.Simbolo1, s.Simbolo2, s.Simbolo3, s.Simbolo4};
+    QList<int> tasti;
+    qsizetype i = 0;
+    while (i < testo.size()) {
+        if (testo[i].isDigit()) {
+            tasti << testo[i].digitValue();
+            ++i;
+            continue;
+        }
+        int trovato = -1;
+        for (int k = 0; k < 4; ++k)
+            if (!simboli[k].isEmpty() && testo.mid(i).startsWith(simboli[k])
+                && (trovato < 0 || simboli[k].size() > simboli[trovato].size()))
+                trovato = k;
+        if (trovato < 0)
+            break;
+        tasti << 10 + trovato;
+        i += simboli[trovato].size();
+    }
+    return tasti;
+}
+
+void premi(Form &schermo, const char *nome, int indice = -1)
+{
+    QWidget *w = schermo.get<Control>(nome, indice).widget();
+    QTest::mouseClick(w, Qt::LeftButton, Qt::NoModifier, w->rect().center());
+}
+
+void scrivi(frmOperativo &f, const QList<int> &tasti)
+{
+    for (int tasto : tasti)
+        premi(f, "Command1", tasto);
+}
+
+// The drill with the thousands family: typing, help, the program stepping
+// in, the shown answer and the end of the series.
+void scattiOperativo(AppContext &ctx)
+{
+    StatoCondiviso &s = ctx.stato;
+    FamiglieSimboli::applica(s, 3);
+    s.TipoNumeri = 1;
+    s.DescrizioneNumeri = QStringLiteral(" Scomponi: numeri interi");
+    s.DescrizioneSimboli = QStringLiteral(" simboli decrescenti");
+    frmOperativo::collegaTipoEsercizio(ctx);
+
+    auto &f = ctx.form<frmOperativo>();
+    f.Show();
+    QApplication::processEvents();
+    salva(f, QStringLiteral("frmOperativo-start"));
+
+    scrivi(f, tastiPer(s, s.Risposta).mid(0, 3));
+    salva(f, QStringLiteral("frmOperativo-answering"));
+
+    premi(f, "Command1", 14);
+    scrivi(f, {1, 13});
+    premi(f, "Command1", 15);
+    salva(f, QStringLiteral("frmOperativo-help"));
+
+    premi(f, "Command3", 2);
+    scrivi(f, {2, 12});
+    premi(f, "Command1", 15);
+    premi(f, "Command3", 2);
+    salva(f, QStringLiteral("frmOperativo-intervention"));
+
+    premi(f, "optOK");
+    salva(f, QStringLiteral("frmOperativo-solution"));
+
+    premi(f, "Command1", 16);
+    scrivi(f, tastiPer(s, s.Risposta));
+    premi(f, "Command1", 15);
+    salva(f, QStringLiteral("frmOperativo-right"));
+
+    while (s.NumeroEsercizio < 20) {
+        premi(f, "Command1", 16);
+        scrivi(f, tastiPer(s, s.Risposta));
+        premi(f, "Command1", 15);
+    }
+    salva(f, QStringLiteral("frmOperativo-end"));
+    f.Unload();
+}
+
+// The options panel as a teacher first sees it, then with a red page, blue
+// text and green scanning chosen and the small letters in the preview.
+void scattiOpzioni(AppContext &ctx)
+{
+    auto &opzioni = ctx.form<FrmOpzioni>();
+    opzioni.Show();
+    QApplication::setActiveWindow(&opzioni);
+    if (!QTest::qWaitForWindowActive(&opzioni, 2000))
+        std::printf("FrmOpzioni did not become active\n");
+    salva(opzioni, QStringLiteral("FrmOpzioni-start"));
+
+    for (auto [gruppo, indice] : {std::pair{"Option1", 10}, {"Option27", 5}, {"Option17", 7},
+                                  {"Option9", 1}, {"Option6", 2}})
+        QTest::mouseClick(opzioni.get<Control>(gruppo, indice).widget(), Qt::LeftButton);
+    opzioni.get<Control>("Option5", 1).SetFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_3);
+    salva(opzioni, QStringLiteral("FrmOpzioni-choices"));
+    opzioni.Unload();
+}
+
+
+// ---- Worksheets and printer choice ----
+
+// Notices are not shown here: the printed file's place is in the console.
+class NotiziaInConsole final : public Notifications
+{
+public:
+    void notify(const QString &text) override { std::printf("%s\n", qPrintable(text)); }
+};
+
+// The worksheet of mixed numbers as a teacher sees it: at start, with the
+// pupils' sheet and with the teachers' sheet, which is also printed to a PDF
+// next to the pictures; then the printer screen over it.
+void scattiSchede()
+{
+    AppContext ctx;
+    ctx.setNotifications(std::make_unique<NotiziaInConsole>());
+    auto pdf = std::make_unique<PdfFilePrinter>(ctx);
+    pdf->setOutputDirectory(cartella);
+    std::vector<std::unique_ptr<Printer>> stampanti;
+    stampanti.push_back(std::move(pdf));
+    ctx.setPrinters(std::make_unique<Printers>(std::move(stampanti)));
+    StatoCondiviso &s = ctx.stato;
+    s.FamigliaSimboli = 1;
+    FamiglieSimboli::applica(s, 1);
+    s.TitoloArgomento = QStringLiteral("SISTEMA DECIMALE");
+    s.SottotitoloArgomento = QStringLiteral("Scomposizione dei numeri");
+    s.DescrizioneSimboli = QStringLiteral(" simboli decrescenti");
+
+    auto &schede = ctx.form<FrmStampaSchede>();
+    schede.Show();
+    QApplication::setActiveWindow(&schede);
+    if (!QTest::qWaitForWindowActive(&schede, 2000))
+        std::printf("FrmStampaSchede did not become active\n");
+    salva(schede, QStringLiteral("FrmStampaSchede-start"));
+
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    premi(schede, "Option2", 0);
+    premi(schede, "CmdVisualizzaSchedaAlunni");
+    salva(schede, QStringLiteral("FrmStampaSchede-alunni"));
+    premi(schede, "CmdVisualizzaSchedaDocenti");
+    salva(schede, QStringLiteral("FrmStampaSchede-docenti"));
+    premi(schede, "CmdStampaSchedaDocenti");
+
+    schede.get<Menu>("mnuStampante").action()->trigger();
+    auto &scelta = ctx.form<frmSceltaStampante>();
+    // The entry shown picked again: the label of the choice fills in.
+    QComboBox *elenco = scelta.get<ComboBox>("Combo1").combo();
+    elenco->showPopup();
+    QTest::keyClick(elenco->view(), Qt::Key_Return);
+    salva(scelta, QStringLiteral("frmSceltaStampante"));
+    schede.Unload();
+    scelta.Unload();
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -68,5 +245,9 @@ int main(int argc, char *argv[])
     autore.Show();
     salva(autore, QStringLiteral("frmAutore"));
     autore.Unload();
+
+    scattiOperativo(ctx);
+    scattiOpzioni(ctx);
+    scattiSchede();
     return 0;
 }

@@ -23,4 +23,9 @@ public:
     void Move(double left, double top, double width, double height) override;
 
     QComboBox *combo() const;
+
+protected:
+    // The list opens and moves with the keys as any drop-down list does.
+    bool passKeysToWidget() const override { return true; }
+    bool passMouseToWidget() const override { return true; }
 };

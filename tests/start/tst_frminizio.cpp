@@ -7,6 +7,9 @@
 #include "platform/controls/PictureBox.h"
 #include "platform/controls/Timer.h"
 #include "platform/Fonts.h"
+#include "drill/frmOperativo.h"
+#include "sheets/FrmStampaSchede.h"
+#include "start/FrmOpzioni.h"
 #include "start/FrmInizio.h"
 #include "start/frmAutore.h"
 #include "start/frmIstruzioni.h"
@@ -271,6 +274,64 @@ private slots:
         QCOMPARE(caption(*f, "Label2"), QString());
         QCOMPARE((*t)->stato.TipoNumeri.value(), 1);
         QCOMPARE((*t)->stato.DescrizioneSimboli, QStringLiteral(" simboli decrescenti"));
+    }
+
+    void vaiOpensTheDrillOverTheStartScreen()
+    {
+        frmOperativo::collegaTipoEsercizio(**t);
+        key(Qt::Key_Return);
+        key(Qt::Key_Return);
+        key(Qt::Key_Return); // "Vai"
+        auto *drill = (*t)->screens().find<frmOperativo>();
+        QVERIFY(drill);
+        QVERIFY(drill->isVisible());
+        QVERIFY(!drill->isModal());
+        QVERIFY(f->isVisible());
+        QCOMPARE(drill->Caption(), QStringLiteral("SCOMPOSIZIONE"));
+    }
+
+    void riprisitinaThenVaiUsesTheOldChoices()
+    {
+        frmOperativo::collegaTipoEsercizio(**t);
+        click(opt(*f, "Option1", 1)); // numbers with a decimal comma
+        click(opt(*f, "Option2", 0));
+        mouseDown(opt(*f, "Option3", 1)); // "Riprisitina"
+        mouseUp(opt(*f, "Option3", 1));
+        QCOMPARE(caption(*f, "Label1"), QString());
+        QCOMPARE(caption(*f, "Label2"), QString());
+        // The mouse choice left the key flag set: the first key only clears it.
+        keypad(Qt::Key_3);
+        QCOMPARE(focusedControl(*f), &opt(*f, "Option1", 0));
+        keypad(Qt::Key_3); // on without choosing a kind of number
+        QCOMPARE(focusedControl(*f), &opt(*f, "Option2", 0));
+        key(Qt::Key_Return); // the order again
+        key(Qt::Key_Return); // "Vai"
+        auto *drill = (*t)->screens().find<frmOperativo>();
+        QVERIFY(drill);
+        QCOMPARE(drill->get<Label>("Label1").Caption(), QStringLiteral(" Scomponi: numeri con la virgola"));
+        QCOMPARE((*t)->stato.TipoNumeri.value(), 2);
+        QVERIFY((*t)->stato.TipoEsercizio >= 23 && (*t)->stato.TipoEsercizio <= 44);
+        QVERIFY((*t)->stato.Numero.contains(QLatin1Char(',')));
+    }
+
+    void theMenusOpenTheirScreens()
+    {
+        f->get<Menu>("mnuStampa").action()->trigger();
+        auto *schede = (*t)->screens().find<FrmStampaSchede>();
+        QVERIFY(schede && schede->isVisible() && !schede->isModal());
+        bool modale = false;
+        QTimer::singleShot(0, f, [&] {
+            auto *opzioni = (*t)->screens().find<FrmOpzioni>();
+            modale = opzioni && opzioni->isVisible() && opzioni->isModal();
+            if (opzioni)
+                opzioni->Unload();
+        });
+        f->get<Menu>("mnuOpzioni").action()->trigger();
+        QVERIFY(modale);
+        const int caricati = int((*t)->screens().loaded().size());
+        f->get<Menu>("mnuAvvertenza").action()->trigger();
+        QCOMPARE(int((*t)->screens().loaded().size()), caricati);
+        QVERIFY(t->errors->errors.isEmpty());
     }
 
     void theKeyboardAloneLeavesTheProgram()
