@@ -53,6 +53,7 @@ struct ControlDef
     Align align = Align::Left;
     bool border = false;       // labels and picture boxes with a single border
     bool transparent = false;  // labels that let their container show through
+    bool wordWrap = true;      // labels: wrap at word boundaries, or cut at the right edge
     QString tip{};             // pop-up hint
     QString picture{};         // image resource of an Image or PictureBox
     int interval = 0;          // timers, milliseconds

@@ -31,7 +31,7 @@ FrmStampaEsercizio2::FrmStampaEsercizio2(AppContext &ctx)
         {.kind = K::Label, .name = "Label5", .left = 240, .top = 120, .width = 11040, .height = 480, .caption = "E S E R C I Z I   E S E G U I T I ", .back = Fondo, .fore = Blu, .font = {"Arial", 16, true}, .align = Align::Center},
     };
     for (int k = 1; k <= 20; ++k)
-        tabella.push_back({.kind = K::Label, .name = "LblOp", .index = k, .left = 240, .top = 720.0 + (k - 1) * 330, .width = 8160, .height = 330, .back = Foglio, .fore = Blu, .font = Righe});
+        tabella.push_back({.kind = K::Label, .name = "LblOp", .index = k, .left = 240, .top = 720.0 + (k - 1) * 330, .width = 8160, .height = 330, .back = Foglio, .fore = Blu, .font = Righe, .wordWrap = false});
     const char *comandi[] = {"ESCI", "STAMPA L'ESERCIZIO", "NOME", "ATTESTATO"};
     for (int i = 0; i < 4; ++i)
         tabella.push_back({.kind = K::CommandButton, .name = "Command1", .index = i, .left = 8640, .top = 720.0 + i * 720, .width = 2640, .height = 600, .caption = QString::fromLatin1(comandi[i]), .back = Bottone, .fore = Blu, .font = Comandi});
@@ -69,7 +69,12 @@ void FrmStampaEsercizio2::Form_Load()
     // series numbered past 20 has lines with no label to go into.
     runSuppressed({[&] { s.Contatore = 1; }});
     while (s.Contatore <= s.NumeroEsercizio) {
-        trySuppressed([&] { LblOp(s.Contatore).setCaption(s.Operazioni[s.Contatore]); });
+        trySuppressed([&] {
+            Label &riga = LblOp(s.Contatore);
+            riga.setCaption(s.Operazioni[s.Contatore]);
+            // A line with several wrong tries is longer than the list is wide.
+            riga.setToolTipText(s.Operazioni[s.Contatore]);
+        });
         s.Contatore += 1;
     }
 }

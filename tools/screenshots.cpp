@@ -3,7 +3,10 @@
 #include "app/Avvio.h"
 #include "core/AppContext.h"
 #include "core/FamiglieSimboli.h"
+#include "certificate/FrmAttestato.h"
 #include "drill/frmOperativo.h"
+#include "report/FrmStampaEsercizio2.h"
+#include "report/frmNome.h"
 #include "platform/Twips.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/CommandButton.h"
@@ -219,6 +222,33 @@ void scattiSchede()
 
 } // namespace
 
+// After a series: the report, the name being typed, the certificate with a
+// grade and one that cannot be printed.
+void scattiResoconto(AppContext &ctx)
+{
+    auto &resoconto = ctx.form<FrmStampaEsercizio2>();
+    resoconto.Show();
+    salva(resoconto, QStringLiteral("FrmStampaEsercizio2"));
+
+    auto &nome = ctx.form<frmNome>();
+    nome.Show();
+    for (int lettera : {10, 0, 15, 8, 12})
+        premi(nome, "Command1", lettera);
+    salva(nome, QStringLiteral("frmNome"));
+    nome.Unload();
+
+    auto &attestato = ctx.form<FrmAttestato>();
+    salva(attestato, QStringLiteral("FrmAttestato-printable"));
+    attestato.Unload();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+
+    ctx.stato.EsatteComplessive = 0;
+    auto &negato = ctx.form<FrmAttestato>();
+    salva(negato, QStringLiteral("FrmAttestato-not-printable"));
+    negato.Unload();
+    resoconto.Unload();
+}
+
 int main(int argc, char *argv[])
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -247,6 +277,7 @@ int main(int argc, char *argv[])
     autore.Unload();
 
     scattiOperativo(ctx);
+    scattiResoconto(ctx);
     scattiOpzioni(ctx);
     scattiSchede();
     return 0;

@@ -7,7 +7,7 @@ Label::Label(Form &form, const ControlDef &def, Control *container)
 {
     auto *w = new QLabel(parentWidget());
     w->setTextFormat(Qt::PlainText);
-    w->setWordWrap(true);
+    w->setWordWrap(def.wordWrap);
     w->setMargin(0);
     w->setIndent(0);
     w->setAlignment((def.align == Align::Center   ? Qt::AlignHCenter
