@@ -5,6 +5,7 @@
 #include "platform/Suppressed.h"
 #include "platform/Texts.h"
 #include "platform/printing/Printer.h"
+#include "services/GruppoScelte.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -250,18 +251,7 @@ void FrmAttestato::Option5_KeyDown(int Index, int &KeyCode, int)
 
 void FrmAttestato::Option5_KeyPress(int Index, int &KeyAscii)
 {
-    if (BloccoSpazio)
-        return;
-    if (KeyAscii != 32) {
-        KeyAscii = 0;
-        return;
-    }
-    int indice = Index;
-    do {
-        indice = indice + 1 >= Option5.Count() ? 0 : indice + 1;
-    } while (!Option5(indice).Enabled() && indice != Index);
-    Option5(indice).SetFocus();
-    BloccoSpazio = true;
+    GruppoScelte::NavigaConSpazio(Option5, BloccoSpazio, Index, KeyAscii);
 }
 
 void FrmAttestato::Option5_KeyUp(int, int &, int)

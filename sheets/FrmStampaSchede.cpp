@@ -2,6 +2,7 @@
 
 #include "core/Algoritmi.h"
 #include "core/AppContext.h"
+#include "services/GruppoScelte.h"
 #include "platform/Suppressed.h"
 #include "platform/printing/Printer.h"
 #include "services/frmSceltaStampante.h"
@@ -335,16 +336,6 @@ void FrmStampaSchede::StampaScheda()
 
 // ---- Choice buttons: kind of numbers ----
 
-int FrmStampaSchede::IndiceDaTasto(int codice)
-{
-    const QString testo{QChar(char16_t(codice))};
-    bool numero = false;
-    const int valore = testo.toInt(&numero);
-    if (!numero)
-        throw RuntimeError(RuntimeError::TypeMismatch, testo);
-    return valore;
-}
-
 void FrmStampaSchede::Option1_GotFocus(int Index)
 {
     Option1(Index).setValue(false);
@@ -359,40 +350,20 @@ void FrmStampaSchede::Option1_LostFocus(int Index)
 
 void FrmStampaSchede::Option1_KeyPress(int Index, int &KeyAscii)
 {
-    // Space moves to the next enabled button, wrapping; once per press.
-    if (BloccoSpazio)
-        return;
-    if (KeyAscii != 32) {
-        KeyAscii = 0;
-        return;
-    }
-    const int conteggio = Option1.Count();
-    int indice = Index + 1;
-    if (indice >= conteggio)
-        indice = 0;
-    while (!Option1(indice).Enabled()) {
-        indice += 1;
-        if (indice >= conteggio)
-            indice = 0;
-    }
-    Option1(indice).SetFocus();
-    BloccoSpazio = true;
+    GruppoScelte::NavigaConSpazio(Option1, BloccoSpazio, Index, KeyAscii);
 }
 
 void FrmStampaSchede::Option1_KeyDown(int Index, int &KeyCode, int)
 {
     if (BloccoTasto)
         return;
-    const bool accettato =
-        (KeyCode >= 48 && KeyCode <= 50) || (KeyCode >= 97 && KeyCode <= 99) || KeyCode == 13;
-    if (!accettato) {
+    if (!GruppoScelte::TastoAccettato(KeyCode)) {
         KeyCode = 0;
         return;
     }
-    if (KeyCode >= 48 && KeyCode <= 50)
-        Option1(IndiceDaTasto(KeyCode - 1)).SetFocus();
-    else if (KeyCode == 97 || KeyCode == 98)
-        Option1(IndiceDaTasto(KeyCode - 49)).SetFocus();
+    const int indice = GruppoScelte::IndiceDaTasto(KeyCode);
+    if (indice >= 0)
+        Option1(indice).SetFocus();
     else if (KeyCode == 13)
         SceltaNumeri(Index);
     // Every accepted key moves on to the units, chosen or not.

@@ -62,9 +62,6 @@ private:
     void cmdEsci_Click();
     void mnuStampante_Click();
 
-    // The index a digit key names: the number read from the one-character
-    // text of `codice`; "/" (key 0) is not a number.
-    static int IndiceDaTasto(int codice);
 
     AppContext &m_ctx;
     Resize::Posizioni Posizioni;

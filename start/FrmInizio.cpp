@@ -5,6 +5,7 @@
 #include "drill/frmOperativo.h"
 #include "platform/Suppressed.h"
 #include "platform/Texts.h"
+#include "services/GruppoScelte.h"
 #include "sheets/FrmStampaSchede.h"
 #include "start/FileLivelli.h"
 #include "start/FrmOpzioni.h"
@@ -294,39 +295,6 @@ void FrmInizio::EseguiAzione(int Index)
 
 // ---- Choice buttons ----
 
-int FrmInizio::IndiceDaTasto(int codice)
-{
-    // The digit's own text read as a number; key 0 gives "/", which is not one.
-    const QString testo{QChar(char16_t(codice))};
-    bool numero = false;
-    const int valore = testo.toInt(&numero);
-    if (!numero)
-        throw RuntimeError(RuntimeError::TypeMismatch, testo);
-    return valore;
-}
-
-void FrmInizio::NavigaConSpazio(ControlArray<OptionButton> &gruppo, bool &BloccoSpazio, int Index,
-                                int &KeyAscii)
-{
-    if (BloccoSpazio)
-        return;
-    if (KeyAscii != 32) {
-        KeyAscii = 0;
-        return;
-    }
-    const int conteggio = gruppo.Count();
-    int indice = Index + 1;
-    if (indice >= conteggio)
-        indice = 0;
-    while (!gruppo(indice).Enabled()) {
-        indice += 1;
-        if (indice >= conteggio)
-            indice = 0;
-    }
-    gruppo(indice).SetFocus();
-    BloccoSpazio = true;
-}
-
 void FrmInizio::Option1_GotFocus(int Index)
 {
     Option1(Index).setValue(false);
@@ -341,23 +309,20 @@ void FrmInizio::Option1_LostFocus(int Index)
 
 void FrmInizio::Option1_KeyPress(int Index, int &KeyAscii)
 {
-    NavigaConSpazio(Option1, BloccoSpazio1, Index, KeyAscii);
+    GruppoScelte::NavigaConSpazio(Option1, BloccoSpazio1, Index, KeyAscii);
 }
 
 void FrmInizio::Option1_KeyDown(int Index, int &KeyCode, int)
 {
     if (BloccoTasto1)
         return;
-    const bool accettato = (KeyCode >= 48 && KeyCode <= 50) || (KeyCode >= 97 && KeyCode <= 99)
-                           || KeyCode == 13;
-    if (!accettato) {
+    if (!GruppoScelte::TastoAccettato(KeyCode)) {
         KeyCode = 0;
         return;
     }
-    if (KeyCode >= 48 && KeyCode <= 50)
-        Option1(IndiceDaTasto(KeyCode - 1)).SetFocus();
-    else if (KeyCode == 97 || KeyCode == 98)
-        Option1(IndiceDaTasto(KeyCode - 49)).SetFocus();
+    const int indice = GruppoScelte::IndiceDaTasto(KeyCode);
+    if (indice >= 0)
+        Option1(indice).SetFocus();
     else if (KeyCode == 13)
         SceltaNumeri(Index);
     // Keypad 3 only moves on.
@@ -403,7 +368,7 @@ void FrmInizio::Option2_LostFocus(int Index)
 
 void FrmInizio::Option2_KeyPress(int Index, int &KeyAscii)
 {
-    NavigaConSpazio(Option2, BloccoSpazio2, Index, KeyAscii);
+    GruppoScelte::NavigaConSpazio(Option2, BloccoSpazio2, Index, KeyAscii);
 }
 
 void FrmInizio::Option2_KeyDown(int Index, int &, int)
@@ -449,24 +414,21 @@ void FrmInizio::Option3_LostFocus(int Index)
 
 void FrmInizio::Option3_KeyPress(int Index, int &KeyAscii)
 {
-    NavigaConSpazio(Option3, BloccoSpazio3, Index, KeyAscii);
+    GruppoScelte::NavigaConSpazio(Option3, BloccoSpazio3, Index, KeyAscii);
 }
 
 void FrmInizio::Option3_KeyDown(int Index, int &KeyCode, int)
 {
     if (BloccoTasto3)
         return;
-    const bool accettato = (KeyCode >= 48 && KeyCode <= 50) || (KeyCode >= 97 && KeyCode <= 99)
-                           || KeyCode == 13;
-    if (!accettato) {
+    if (!GruppoScelte::TastoAccettato(KeyCode)) {
         KeyCode = 0;
         return;
     }
     BloccoTasto3 = true;
-    if (KeyCode >= 48 && KeyCode <= 50)
-        Option3(IndiceDaTasto(KeyCode - 1)).SetFocus();
-    else if (KeyCode == 97 || KeyCode == 98)
-        Option3(IndiceDaTasto(KeyCode - 49)).SetFocus();
+    const int indice = GruppoScelte::IndiceDaTasto(KeyCode);
+    if (indice >= 0)
+        Option3(indice).SetFocus();
     else if (KeyCode == 13)
         EseguiAzione(Index);
 }

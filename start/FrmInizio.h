@@ -79,13 +79,6 @@ private:
     void mnuOpzioni_Click();
     void mnuAutore_Click();
 
-    // Space-bar navigation shared by the three groups: the next enabled
-    // button, wrapping; once per press.
-    void NavigaConSpazio(ControlArray<OptionButton> &gruppo, bool &BloccoSpazio, int Index,
-                         int &KeyAscii);
-    // The index a digit key names: the number read from the one-character
-    // text of `codice`; "/" (key 0) is not a number.
-    static int IndiceDaTasto(int codice);
 
     AppContext &m_ctx;
     Resize::Posizioni Posizioni;
