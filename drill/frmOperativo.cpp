@@ -2,7 +2,7 @@
 
 #include "core/Algoritmi.h"
 #include "core/AppContext.h"
-#include "drill/AlsaPlayer.h"
+#include "platform/AlsaPlayer.h"
 #include "drill/Migliaia.h"
 #include "drill/RigaOperazione.h"
 #include "drill/Tempi.h"

@@ -1,4 +1,4 @@
-#include "drill/AlsaPlayer.h"
+#include "platform/AlsaPlayer.h"
 
 #include <QElapsedTimer>
 #include <QFile>
