@@ -13,8 +13,8 @@ namespace Avvio {
 
 bool displayDisponibile()
 {
-    if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY")
-        || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+    if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") ||
+        !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
         return true;
     std::fprintf(stderr, "Quadrivo: nessuno schermo disponibile (DISPLAY non impostato): "
                          "avviare il programma in una sessione grafica.\n");
@@ -42,7 +42,8 @@ int esegui(int argc, char *argv[])
     ctx.setExecutableName(QFileInfo(QApplication::applicationFilePath()).completeBaseName());
     // exit(), not quit(): quit() first asks every window to close, and a
     // screen decides that for itself.
-    QObject::connect(&ctx.screens(), &ScreenRegistry::empty, &app, [] { QCoreApplication::exit(0); });
+    QObject::connect(&ctx.screens(), &ScreenRegistry::empty, &app,
+                     [] { QCoreApplication::exit(0); });
 
     ctx.runHandler([&] { ctx.form<FrmInizio>().Show(); });
     if (ctx.screens().loaded().isEmpty())

@@ -48,8 +48,10 @@ FrmAttestato::FrmAttestato(AppContext &ctx) : Form(ctx, QStringLiteral("FrmAttes
     Option5.onKeyDown([this](int i, int &k, int s) { Option5_KeyDown(i, k, s); });
     Option5.onKeyPress([this](int i, int &k) { Option5_KeyPress(i, k); });
     Option5.onKeyUp([this](int i, int &k, int s) { Option5_KeyUp(i, k, s); });
-    Option5.onMouseDown([this](int i, int b, int s, double x, double y) { Option5_MouseDown(i, b, s, x, y); });
-    Option5.onMouseUp([this](int i, int b, int s, double x, double y) { Option5_MouseUp(i, b, s, x, y); });
+    Option5.onMouseDown(
+        [this](int i, int b, int s, double x, double y) { Option5_MouseDown(i, b, s, x, y); });
+    Option5.onMouseUp(
+        [this](int i, int b, int s, double x, double y) { Option5_MouseUp(i, b, s, x, y); });
 }
 
 void FrmAttestato::Form_Load()
@@ -61,7 +63,8 @@ void FrmAttestato::Form_Load()
             // "rOSSI mario" becomes "Rossi mario"; there is nothing to do this to
             // in an empty name.
             if (s.NomeAttestato.isEmpty())
-                throw RuntimeError(RuntimeError::InvalidProcedureCall, QStringLiteral("NomeAttestato"));
+                throw RuntimeError(RuntimeError::InvalidProcedureCall,
+                                   QStringLiteral("NomeAttestato"));
             s.NomeAttestato = s.NomeAttestato.left(1).toUpper() + s.NomeAttestato.mid(1).toLower();
         },
         [&] {
@@ -186,14 +189,15 @@ void FrmAttestato::DisegnaAttestato()
     RigaCentrata(s.Valutazione);
     RigaVuota();
     Carattere(12, false, Nero);
-    Riga = QStringLiteral("con ") + Texts::fromInt(s.EsatteComplessive) + QStringLiteral(" risposte esatte su ")
-           + Texts::fromInt(s.NumeroEsercizio) + QStringLiteral(" richieste");
+    Riga = QStringLiteral("con ") + Texts::fromInt(s.EsatteComplessive) +
+           QStringLiteral(" risposte esatte su ") + Texts::fromInt(s.NumeroEsercizio) +
+           QStringLiteral(" richieste");
     RigaCentrata(Riga);
     RigaVuota();
     RigaVuota();
     RigaVuota();
-    Riga = QStringLiteral("Data  ") + m_ctx.clock().dateText() + QStringLiteral("       ora ")
-           + m_ctx.clock().timeText();
+    Riga = QStringLiteral("Data  ") + m_ctx.clock().dateText() + QStringLiteral("       ora ") +
+           m_ctx.clock().timeText();
     RigaCentrata(Riga);
 }
 

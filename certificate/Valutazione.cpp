@@ -17,13 +17,19 @@ QString Valutazione::parolaPer(int punteggio)
     // One selection on the score minus 5 read as unsigned: negative scores
     // land among the large values and are not graded either.
     switch (static_cast<unsigned>(punteggio - 5)) {
-    case 0: return QStringLiteral("SUFFICIENTE (!)");
-    case 1: return QStringLiteral("SUFFICIENTE");
-    case 2: return QStringLiteral("BUONO");
-    case 3: return QStringLiteral("DISTINTO");
+    case 0:
+        return QStringLiteral("SUFFICIENTE (!)");
+    case 1:
+        return QStringLiteral("SUFFICIENTE");
+    case 2:
+        return QStringLiteral("BUONO");
+    case 3:
+        return QStringLiteral("DISTINTO");
     case 4:
-    case 5: return QStringLiteral("OTTIMO");
-    default: return NonClassificato;
+    case 5:
+        return QStringLiteral("OTTIMO");
+    default:
+        return NonClassificato;
     }
 }
 
@@ -37,7 +43,8 @@ Valutazione Valutazione::calcola(Int16 EsatteComplessive, Int16 NumeroEsercizio)
         [&] { prodotto = EsatteComplessive * 10; },
         [&] {
             if (NumeroEsercizio == 0)
-                throw RuntimeError(prodotto == 0 ? RuntimeError::Overflow : RuntimeError::DivisionByZero);
+                throw RuntimeError(prodotto == 0 ? RuntimeError::Overflow
+                                                 : RuntimeError::DivisionByZero);
             quoziente = double(prodotto) / double(NumeroEsercizio);
         },
         [&] { punteggio = Int16(static_cast<long long>(std::floor(quoziente))); },

@@ -21,15 +21,14 @@ struct TipoEsercizio
 };
 
 constexpr std::array<TipoEsercizio, 44> Tipi = {{
-    {"wx", 0, 2},   {"wx", 0, 3},   {"xy", 0, 3},   {"wxy", 0, 4},  {"xy0", 0, 4},
-    {"x0z", 0, 4},  {"wx0", 0, 3},  {"wx00", 0, 4}, {"w0y", 0, 3},  {"w0y0", 0, 4},
-    {"w00z", 0, 4}, {"wxy", 0, 3},  {"wxy0", 0, 4}, {"w0yz", 0, 4}, {"wxyz", 0, 4},
-    {"wx0z", 0, 4}, {"x0z", 2, 2},  {"x0z", 1, 3},  {"xy", 1, 2},   {"xyz", 2, 2},
-    {"xyz", 1, 3},  {"0yz", 2, 2},  {"yz", 1, 3},   {"w0y", 2, 1},  {"w0y", 1, 2},
-    {"wx", 1, 1},   {"w00z", 3, 1}, {"w00z", 2, 2}, {"w00z", 1, 3}, {"wxy", 2, 1},
-    {"wxy", 1, 2},  {"wx0z", 3, 1}, {"wx0z", 2, 2}, {"wx0z", 1, 3}, {"w0yz", 3, 1},
-    {"w0yz", 2, 2}, {"w0yz", 1, 3}, {"0xy", 2, 1},  {"0x0z", 3, 1}, {"0xyz", 3, 1},
-    {"00yz", 3, 1}, {"wxyz", 3, 1}, {"wxyz", 2, 2}, {"wxyz", 1, 3},
+    {"wx", 0, 2},   {"wx", 0, 3},   {"xy", 0, 3},   {"wxy", 0, 4},  {"xy0", 0, 4},  {"x0z", 0, 4},
+    {"wx0", 0, 3},  {"wx00", 0, 4}, {"w0y", 0, 3},  {"w0y0", 0, 4}, {"w00z", 0, 4}, {"wxy", 0, 3},
+    {"wxy0", 0, 4}, {"w0yz", 0, 4}, {"wxyz", 0, 4}, {"wx0z", 0, 4}, {"x0z", 2, 2},  {"x0z", 1, 3},
+    {"xy", 1, 2},   {"xyz", 2, 2},  {"xyz", 1, 3},  {"0yz", 2, 2},  {"yz", 1, 3},   {"w0y", 2, 1},
+    {"w0y", 1, 2},  {"wx", 1, 1},   {"w00z", 3, 1}, {"w00z", 2, 2}, {"w00z", 1, 3}, {"wxy", 2, 1},
+    {"wxy", 1, 2},  {"wx0z", 3, 1}, {"wx0z", 2, 2}, {"wx0z", 1, 3}, {"w0yz", 3, 1}, {"w0yz", 2, 2},
+    {"w0yz", 1, 3}, {"0xy", 2, 1},  {"0x0z", 3, 1}, {"0xyz", 3, 1}, {"00yz", 3, 1}, {"wxyz", 3, 1},
+    {"wxyz", 2, 2}, {"wxyz", 1, 3},
 }};
 
 } // namespace
@@ -106,11 +105,21 @@ void Algoritmi::costruisciEsercizio()
     for (int i = 0; i < cifre.size(); ++i) {
         int cifra = 0;
         switch (cifre[i].toLatin1()) {
-        case 'w': cifra = s.Cifra1; break;
-        case 'x': cifra = s.Cifra2; break;
-        case 'y': cifra = s.Cifra3; break;
-        case 'z': cifra = s.Cifra4; break;
-        default: cifra = 0; break;
+        case 'w':
+            cifra = s.Cifra1;
+            break;
+        case 'x':
+            cifra = s.Cifra2;
+            break;
+        case 'y':
+            cifra = s.Cifra3;
+            break;
+        case 'z':
+            cifra = s.Cifra4;
+            break;
+        default:
+            cifra = 0;
+            break;
         }
         valore = valore * 10 + cifra;
         const int simbolo = tipo.simbolo - (unita - i);

@@ -1,3 +1,5 @@
 #include "core/AppContext.h"
 
-AppContext::AppContext(QObject *parent) : QObject(parent) {}
+AppContext::AppContext(QObject *parent) : QObject(parent)
+{
+}

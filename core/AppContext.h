@@ -17,8 +17,7 @@ public:
     StatoCondiviso stato;
 
     // The screen T, loaded (and its load handler run) if it was not.
-    template <class T>
-    T &form()
+    template <class T> T &form()
     {
         return screens().get<T>([this] { return new T(*this); });
     }

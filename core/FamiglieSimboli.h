@@ -10,12 +10,12 @@ struct StatoCondiviso;
 // show it.
 struct FamigliaSimboli
 {
-    int numero;                    // 1..12
-    bool cambiaSimbolo1;           // families 6 and 8 leave Simbolo1 as it was
+    int numero;          // 1..12
+    bool cambiaSimbolo1; // families 6 and 8 leave Simbolo1 as it was
     std::array<QString, 4> simboli;
-    int conteggio;                 // symbols in use: 3 or 4
-    bool metrica;                  // families 4..12 are measures
-    QString rigaSimboli;           // the names line shown on the start screen
+    int conteggio;       // symbols in use: 3 or 4
+    bool metrica;        // families 4..12 are measures
+    QString rigaSimboli; // the names line shown on the start screen
 };
 
 namespace FamiglieSimboli {

@@ -2,10 +2,10 @@
 
 #include "core/Algoritmi.h"
 #include "core/AppContext.h"
-#include "platform/AlsaPlayer.h"
 #include "drill/Migliaia.h"
 #include "drill/RigaOperazione.h"
 #include "drill/Tempi.h"
+#include "platform/AlsaPlayer.h"
 #include "platform/Suppressed.h"
 #include "platform/Texts.h"
 #include "platform/Twips.h"

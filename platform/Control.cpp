@@ -14,38 +14,31 @@ namespace {
 int mouseButtonCode(Qt::MouseButton b)
 {
     switch (b) {
-    case Qt::LeftButton: return 1;
-    case Qt::RightButton: return 2;
-    case Qt::MiddleButton: return 4;
-    default: return 0;
+    case Qt::LeftButton:
+        return 1;
+    case Qt::RightButton:
+        return 2;
+    case Qt::MiddleButton:
+        return 4;
+    default:
+        return 0;
     }
 }
 
 int mouseShift(const QMouseEvent *e)
 {
     const Qt::KeyboardModifiers m = e->modifiers();
-    return (m & Qt::ShiftModifier ? 1 : 0) | (m & Qt::ControlModifier ? 2 : 0)
-           | (m & Qt::AltModifier ? 4 : 0);
+    return (m & Qt::ShiftModifier ? 1 : 0) | (m & Qt::ControlModifier ? 2 : 0) |
+           (m & Qt::AltModifier ? 4 : 0);
 }
 
 } // namespace
 
 Control::Control(Form &form, const ControlDef &def, Control *container)
-    : m_form(form),
-      m_kind(def.kind),
-      m_name(QString::fromLatin1(def.name)),
-      m_index(def.index),
-      m_container(container),
-      m_left(def.left),
-      m_top(def.top),
-      m_width(def.width),
-      m_height(def.height),
-      m_caption(def.caption),
-      m_enabled(def.enabled),
-      m_visible(def.visible),
-      m_back(def.back),
-      m_fore(def.fore),
-      m_dock(def.dock)
+    : m_form(form), m_kind(def.kind), m_name(QString::fromLatin1(def.name)), m_index(def.index),
+      m_container(container), m_left(def.left), m_top(def.top), m_width(def.width),
+      m_height(def.height), m_caption(def.caption), m_enabled(def.enabled), m_visible(def.visible),
+      m_back(def.back), m_fore(def.fore), m_dock(def.dock)
 {
 }
 
@@ -323,8 +316,8 @@ bool Control::handleEvent(QEvent *event)
     }
     case QEvent::MouseButtonRelease: {
         auto *me = static_cast<QMouseEvent *>(event);
-        const bool clicked = m_mousePressed && me->button() == Qt::LeftButton && m_widget
-                             && m_widget->rect().contains(me->position().toPoint());
+        const bool clicked = m_mousePressed && me->button() == Qt::LeftButton && m_widget &&
+                             m_widget->rect().contains(me->position().toPoint());
         m_mousePressed = false;
         if (clicked && m_kind == ControlKind::OptionButton)
             mouseClicked();
@@ -364,8 +357,8 @@ bool Control::handleEvent(QEvent *event)
     }
     case QEvent::FocusIn: {
         auto *fe = static_cast<QFocusEvent *>(event);
-        if (m_form.activeControl() == this
-            && (fe->reason() == Qt::ActiveWindowFocusReason || fe->reason() == Qt::PopupFocusReason))
+        if (m_form.activeControl() == this &&
+            (fe->reason() == Qt::ActiveWindowFocusReason || fe->reason() == Qt::PopupFocusReason))
             return false; // the window came back: the control never lost the focus
         m_form.setActiveControl(this);
         if (GotFocus)
@@ -387,7 +380,9 @@ bool Control::handleEvent(QEvent *event)
     }
 }
 
-void Control::mouseClicked() {}
+void Control::mouseClicked()
+{
+}
 
 bool Control::keyDefault(QKeyEvent *, int)
 {

@@ -8,8 +8,7 @@
 
 // A control array: members by the design's indices (Option1(0..2),
 // LblOp(1..20)). A missing index is the forms runtime's run-time error.
-template <class T>
-class ControlArray
+template <class T> class ControlArray
 {
 public:
     ControlArray() = default;
@@ -25,7 +24,8 @@ public:
         auto it = m_items.find(index);
         if (it == m_items.end() || !it->second)
             throw RuntimeError(RuntimeError::ControlArrayElementMissing,
-                               m_name + QStringLiteral("(") + QString::number(index) + QStringLiteral(")"));
+                               m_name + QStringLiteral("(") + QString::number(index) +
+                                   QStringLiteral(")"));
         return *it->second;
     }
     bool contains(int index) const { return m_items.count(index) != 0; }

@@ -7,8 +7,7 @@
 
 // An array indexed 0..Upper whose out-of-range access is the "subscript out
 // of range" run-time error instead of undefined behaviour.
-template <typename T, int Upper>
-class FixedArray
+template <typename T, int Upper> class FixedArray
 {
 public:
     static constexpr int LowerBound = 0;

@@ -7,9 +7,11 @@ namespace Fonts {
 
 void installSubstitutions()
 {
-    QFont::insertSubstitutions(QStringLiteral("MS Sans Serif"),
-                               QStringList{QStringLiteral("Liberation Sans"), QStringLiteral("DejaVu Sans")});
-    QFont::insertSubstitutions(QStringLiteral("Wingdings"), QStringList{QStringLiteral("DejaVu Sans")});
+    QFont::insertSubstitutions(
+        QStringLiteral("MS Sans Serif"),
+        QStringList{QStringLiteral("Liberation Sans"), QStringLiteral("DejaVu Sans")});
+    QFont::insertSubstitutions(QStringLiteral("Wingdings"),
+                               QStringList{QStringLiteral("DejaVu Sans")});
 }
 
 } // namespace Fonts

@@ -79,18 +79,42 @@ Control *Form::create(const ControlDef &def)
     Q_ASSERT_X(!def.in || container, "Form::design", def.in);
     std::unique_ptr<Control> c;
     switch (def.kind) {
-    case ControlKind::Label: c = std::make_unique<Label>(*this, def, container); break;
-    case ControlKind::Frame: c = std::make_unique<Frame>(*this, def, container); break;
-    case ControlKind::OptionButton: c = std::make_unique<OptionButton>(*this, def, container); break;
-    case ControlKind::CommandButton: c = std::make_unique<CommandButton>(*this, def, container); break;
-    case ControlKind::TextBox: c = std::make_unique<TextBox>(*this, def, container); break;
-    case ControlKind::PictureBox: c = std::make_unique<PictureBox>(*this, def, container); break;
-    case ControlKind::Image: c = std::make_unique<Image>(*this, def, container); break;
-    case ControlKind::Line: c = std::make_unique<Line>(*this, def, container); break;
-    case ControlKind::Shape: c = std::make_unique<Shape>(*this, def, container); break;
-    case ControlKind::ComboBox: c = std::make_unique<ComboBox>(*this, def, container); break;
-    case ControlKind::Timer: c = std::make_unique<Timer>(*this, def, container); break;
-    case ControlKind::Menu: c = std::make_unique<Menu>(*this, def, container); break;
+    case ControlKind::Label:
+        c = std::make_unique<Label>(*this, def, container);
+        break;
+    case ControlKind::Frame:
+        c = std::make_unique<Frame>(*this, def, container);
+        break;
+    case ControlKind::OptionButton:
+        c = std::make_unique<OptionButton>(*this, def, container);
+        break;
+    case ControlKind::CommandButton:
+        c = std::make_unique<CommandButton>(*this, def, container);
+        break;
+    case ControlKind::TextBox:
+        c = std::make_unique<TextBox>(*this, def, container);
+        break;
+    case ControlKind::PictureBox:
+        c = std::make_unique<PictureBox>(*this, def, container);
+        break;
+    case ControlKind::Image:
+        c = std::make_unique<Image>(*this, def, container);
+        break;
+    case ControlKind::Line:
+        c = std::make_unique<Line>(*this, def, container);
+        break;
+    case ControlKind::Shape:
+        c = std::make_unique<Shape>(*this, def, container);
+        break;
+    case ControlKind::ComboBox:
+        c = std::make_unique<ComboBox>(*this, def, container);
+        break;
+    case ControlKind::Timer:
+        c = std::make_unique<Timer>(*this, def, container);
+        break;
+    case ControlKind::Menu:
+        c = std::make_unique<Menu>(*this, def, container);
+        break;
     }
     if (c->widget()) {
         if (!def.font.family.isEmpty() || def.font.size > 0 || def.font.bold)

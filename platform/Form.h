@@ -37,16 +37,14 @@ public:
     const std::vector<Control *> &Controls() const { return m_order; }
     Control *findControl(const QString &name, int index = -1) const;
 
-    template <class T>
-    T &get(const char *name, int index = -1) const
+    template <class T> T &get(const char *name, int index = -1) const
     {
         auto *c = dynamic_cast<T *>(findControl(QString::fromLatin1(name), index));
         Q_ASSERT_X(c, "Form::get", name);
         return *c;
     }
 
-    template <class T>
-    ControlArray<T> array(const char *name) const
+    template <class T> ControlArray<T> array(const char *name) const
     {
         ControlArray<T> a{QString::fromLatin1(name)};
         for (Control *c : m_order)

@@ -15,35 +15,54 @@ int fromEvent(const QKeyEvent *event)
     if (key >= Qt::Key_F1 && key <= Qt::Key_F24)
         return F1 + (key - Qt::Key_F1);
     switch (key) {
-    case Qt::Key_Backspace: return Back;
+    case Qt::Key_Backspace:
+        return Back;
     case Qt::Key_Tab:
-    case Qt::Key_Backtab: return Tab;
+    case Qt::Key_Backtab:
+        return Tab;
     case Qt::Key_Return:
-    case Qt::Key_Enter: return Return;
-    case Qt::Key_Shift: return Shift;
-    case Qt::Key_Control: return Control;
-    case Qt::Key_Alt: return Menu;
-    case Qt::Key_Escape: return Escape;
-    case Qt::Key_Space: return Space;
-    case Qt::Key_Left: return Left;
-    case Qt::Key_Up: return Up;
-    case Qt::Key_Right: return Right;
-    case Qt::Key_Down: return Down;
-    case Qt::Key_Delete: return Delete;
-    case Qt::Key_PageUp: return 33;
-    case Qt::Key_PageDown: return 34;
-    case Qt::Key_End: return 35;
-    case Qt::Key_Home: return 36;
-    case Qt::Key_Insert: return 45;
-    default: return 255;
+    case Qt::Key_Enter:
+        return Return;
+    case Qt::Key_Shift:
+        return Shift;
+    case Qt::Key_Control:
+        return Control;
+    case Qt::Key_Alt:
+        return Menu;
+    case Qt::Key_Escape:
+        return Escape;
+    case Qt::Key_Space:
+        return Space;
+    case Qt::Key_Left:
+        return Left;
+    case Qt::Key_Up:
+        return Up;
+    case Qt::Key_Right:
+        return Right;
+    case Qt::Key_Down:
+        return Down;
+    case Qt::Key_Delete:
+        return Delete;
+    case Qt::Key_PageUp:
+        return 33;
+    case Qt::Key_PageDown:
+        return 34;
+    case Qt::Key_End:
+        return 35;
+    case Qt::Key_Home:
+        return 36;
+    case Qt::Key_Insert:
+        return 45;
+    default:
+        return 255;
     }
 }
 
 int shiftState(const QKeyEvent *event)
 {
     const Qt::KeyboardModifiers m = event->modifiers();
-    int state = (m & Qt::ShiftModifier ? ShiftMask : 0) | (m & Qt::ControlModifier ? CtrlMask : 0)
-                | (m & Qt::AltModifier ? AltMask : 0);
+    int state = (m & Qt::ShiftModifier ? ShiftMask : 0) | (m & Qt::ControlModifier ? CtrlMask : 0) |
+                (m & Qt::AltModifier ? AltMask : 0);
     // Pressing a modifier key counts that modifier as down already; Qt leaves
     // it out of the press event.
     if (event->type() == QEvent::KeyPress) {
@@ -61,11 +80,16 @@ int asciiFromEvent(const QKeyEvent *event)
 {
     switch (event->key()) {
     case Qt::Key_Return:
-    case Qt::Key_Enter: return 13;
-    case Qt::Key_Backspace: return 8;
-    case Qt::Key_Escape: return 27;
-    case Qt::Key_Tab: return 0;
-    default: break;
+    case Qt::Key_Enter:
+        return 13;
+    case Qt::Key_Backspace:
+        return 8;
+    case Qt::Key_Escape:
+        return 27;
+    case Qt::Key_Tab:
+        return 0;
+    default:
+        break;
     }
     const QString text = event->text();
     if (text.isEmpty())

@@ -9,7 +9,8 @@
 class RuntimeError : public std::exception
 {
 public:
-    enum Code {
+    enum Code
+    {
         InvalidProcedureCall = 5,
         Overflow = 6,
         SubscriptOutOfRange = 9,

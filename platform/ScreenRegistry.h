@@ -21,8 +21,7 @@ public:
     ~ScreenRegistry() override;
 
     // The loaded screen of type T, loading it with `make` if needed.
-    template <class T, class Factory>
-    T &get(Factory make)
+    template <class T, class Factory> T &get(Factory make)
     {
         if (T *loaded = find<T>())
             return *loaded;
@@ -32,17 +31,12 @@ public:
         return *screen;
     }
 
-    template <class T>
-    T *find() const
+    template <class T> T *find() const
     {
         return static_cast<T *>(lookup(std::type_index(typeid(T))));
     }
 
-    template <class T>
-    bool isLoaded() const
-    {
-        return find<T>() != nullptr;
-    }
+    template <class T> bool isLoaded() const { return find<T>() != nullptr; }
 
     // The loaded screens, in the order they were loaded.
     QList<Form *> loaded() const;

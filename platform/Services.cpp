@@ -5,8 +5,7 @@
 #include <QDir>
 
 Services::Services()
-    : m_clock(std::make_unique<SystemClock>()),
-      m_random(std::make_unique<MixingRandom>()),
+    : m_clock(std::make_unique<SystemClock>()), m_random(std::make_unique<MixingRandom>()),
       m_messageBoxes(std::make_unique<QtMessageBoxes>()),
       m_errorReport(std::make_unique<FatalErrorReport>(*this)),
       m_screens(std::make_unique<ScreenRegistry>()),

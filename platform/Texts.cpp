@@ -36,8 +36,9 @@ QString fromDouble(double value)
             text = stripFractionZeros(text);
         } else {
             QString mantissa = stripFractionZeros(text.left(e));
-            text = mantissa + QStringLiteral("E") + (exponent < 0 ? QStringLiteral("-") : QStringLiteral("+"))
-                   + QString::number(std::abs(exponent)).rightJustified(2, QLatin1Char('0'));
+            text = mantissa + QStringLiteral("E") +
+                   (exponent < 0 ? QStringLiteral("-") : QStringLiteral("+")) +
+                   QString::number(std::abs(exponent)).rightJustified(2, QLatin1Char('0'));
         }
     }
     text.replace(QLatin1Char('.'), QLatin1Char(','));

@@ -27,6 +27,7 @@ FrmStampaEsercizio2::FrmStampaEsercizio2(AppContext &ctx)
     setBackColor(Fondo);
     setDesignFont({"Arial", 10, true});
 
+    // clang-format off
     std::vector<ControlDef> tabella = {
         {.kind = K::Label, .name = "Label5", .left = 240, .top = 120, .width = 11040, .height = 480, .caption = "E S E R C I Z I   E S E G U I T I ", .back = Fondo, .fore = Blu, .font = {"Arial", 16, true}, .align = Align::Center},
     };
@@ -49,6 +50,7 @@ FrmStampaEsercizio2::FrmStampaEsercizio2(AppContext &ctx)
         {.kind = K::Menu, .name = "mnuStampaEsercizi", .caption = "Stampa gli esercizi"},
     };
     tabella.insert(tabella.end(), resto.begin(), resto.end());
+    // clang-format on
     design(11520, 7920, tabella);
 
     LblOp = array<Label>("LblOp");
@@ -143,7 +145,8 @@ void FrmStampaEsercizio2::StampaEsercizi()
         }
     }
     if (trovato.isEmpty()) {
-        m_ctx.messageBoxes().show(QStringLiteral("Devi installare il font Courier o il font Courier New"));
+        m_ctx.messageBoxes().show(
+            QStringLiteral("Devi installare il font Courier o il font Courier New"));
         return;
     }
     p.setFontName(trovato);

@@ -24,6 +24,7 @@ frmNome::frmNome(AppContext &ctx) : Form(ctx, QStringLiteral("frmNome")), m_ctx(
     setBackColor(Fondo);
     setDesignFont({"Arial", 12, true});
 
+    // clang-format off
     std::vector<ControlDef> tabella = {
         {.kind = K::Frame, .name = "Frame1", .left = 240, .top = 120, .width = 9120, .height = 1860, .back = Fondo, .border = true},
         {.kind = K::Label, .name = "Label12", .in = "Frame1", .left = 240, .top = 180, .width = 8640, .height = 480, .caption = "   SCRIVI  IL  TUO  NOME", .back = Fondo, .fore = Blu, .font = {"Arial", 18, true}, .align = Align::Center},
@@ -50,6 +51,7 @@ frmNome::frmNome(AppContext &ctx) : Form(ctx, QStringLiteral("frmNome")), m_ctx(
     }
     tabella.push_back({.kind = K::OptionButton, .name = "Option4", .left = 3240, .top = 6180, .width = 3120, .height = 780, .caption = "AVANTI", .back = Fondo, .fore = Blu, .font = {"Arial", 18, true}});
     tabella.push_back({.kind = K::Timer, .name = "Timer1", .interval = 500});
+    // clang-format on
     design(9600, 7140, tabella);
 
     Command1 = array<CommandButton>("Command1");
@@ -61,7 +63,9 @@ frmNome::frmNome(AppContext &ctx) : Form(ctx, QStringLiteral("frmNome")), m_ctx(
     Option4->LostFocus = [this] { Option4_LostFocus(); };
     Option4->KeyDown = [this](int &k, int s) { Option4_KeyDown(k, s); };
     Option4->KeyUp = [this](int &k, int s) { Option4_KeyUp(k, s); };
-    Option4->MouseDown = [this](int b, int s, double x, double y) { Option4_MouseDown(b, s, x, y); };
+    Option4->MouseDown = [this](int b, int s, double x, double y) {
+        Option4_MouseDown(b, s, x, y);
+    };
     Option4->MouseUp = [this](int b, int s, double x, double y) { Option4_MouseUp(b, s, x, y); };
     lblNome->Change = [this] { lblNome_Change(); };
     // Timer1 ticks without a task of its own.

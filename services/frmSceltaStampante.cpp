@@ -81,4 +81,3 @@ void frmSceltaStampante::Command2_Click()
 {
     Hide();
 }
-

@@ -2,9 +2,9 @@
 
 #include "core/Algoritmi.h"
 #include "core/AppContext.h"
-#include "services/GruppoScelte.h"
 #include "platform/Suppressed.h"
 #include "platform/printing/Printer.h"
+#include "services/GruppoScelte.h"
 #include "services/frmSceltaStampante.h"
 #include "sheets/RigheScheda.h"
 

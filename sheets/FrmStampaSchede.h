@@ -62,7 +62,6 @@ private:
     void cmdEsci_Click();
     void mnuStampante_Click();
 
-
     AppContext &m_ctx;
     Resize::Posizioni Posizioni;
     // The heading of the screen, also printed at the top of every sheet.

@@ -108,22 +108,28 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
     Option1.onKeyPress([this](int i, int &k) { Option1_KeyPress(i, k); });
     Option1.onKeyDown([this](int i, int &k, int s) { Option1_KeyDown(i, k, s); });
     Option1.onKeyUp([this](int i, int &k, int s) { Option1_KeyUp(i, k, s); });
-    Option1.onMouseDown([this](int i, int b, int s, double x, double y) { Option1_MouseDown(i, b, s, x, y); });
-    Option1.onMouseUp([this](int i, int b, int s, double x, double y) { Option1_MouseUp(i, b, s, x, y); });
+    Option1.onMouseDown(
+        [this](int i, int b, int s, double x, double y) { Option1_MouseDown(i, b, s, x, y); });
+    Option1.onMouseUp(
+        [this](int i, int b, int s, double x, double y) { Option1_MouseUp(i, b, s, x, y); });
     Option2.onGotFocus([this](int i) { Option2_GotFocus(i); });
     Option2.onLostFocus([this](int i) { Option2_LostFocus(i); });
     Option2.onKeyPress([this](int i, int &k) { Option2_KeyPress(i, k); });
     Option2.onKeyDown([this](int i, int &k, int s) { Option2_KeyDown(i, k, s); });
     Option2.onKeyUp([this](int i, int &k, int s) { Option2_KeyUp(i, k, s); });
-    Option2.onMouseDown([this](int i, int b, int s, double x, double y) { Option2_MouseDown(i, b, s, x, y); });
-    Option2.onMouseUp([this](int i, int b, int s, double x, double y) { Option2_MouseUp(i, b, s, x, y); });
+    Option2.onMouseDown(
+        [this](int i, int b, int s, double x, double y) { Option2_MouseDown(i, b, s, x, y); });
+    Option2.onMouseUp(
+        [this](int i, int b, int s, double x, double y) { Option2_MouseUp(i, b, s, x, y); });
     Option3.onGotFocus([this](int i) { Option3_GotFocus(i); });
     Option3.onLostFocus([this](int i) { Option3_LostFocus(i); });
     Option3.onKeyPress([this](int i, int &k) { Option3_KeyPress(i, k); });
     Option3.onKeyDown([this](int i, int &k, int s) { Option3_KeyDown(i, k, s); });
     Option3.onKeyUp([this](int i, int &k, int s) { Option3_KeyUp(i, k, s); });
-    Option3.onMouseDown([this](int i, int b, int s, double x, double y) { Option3_MouseDown(i, b, s, x, y); });
-    Option3.onMouseUp([this](int i, int b, int s, double x, double y) { Option3_MouseUp(i, b, s, x, y); });
+    Option3.onMouseDown(
+        [this](int i, int b, int s, double x, double y) { Option3_MouseDown(i, b, s, x, y); });
+    Option3.onMouseUp(
+        [this](int i, int b, int s, double x, double y) { Option3_MouseUp(i, b, s, x, y); });
     Label5->MouseDown = [this](int b, int s, double x, double y) { Label5_MouseDown(b, s, x, y); };
     Label6.onClick([this](int i) { Label6_Click(i); });
     timerTendine->TimerEvent = [this] { timerTendine_Timer(); };
@@ -142,7 +148,8 @@ void FrmInizio::Form_Load()
     s.FamigliaSimboli = 1;
     RegistraPosizioni();
     runSuppressed({
-        [&] { Label8->setCaption(QString(QChar(0x2794))); }, // the symbol font's code 231: a bold arrow
+        // The symbol font's code 231 is a bold arrow.
+        [&] { Label8->setCaption(QString(QChar(0x2794))); },
         [&] { Label4(0).setCaption(QStringLiteral("Ver.1 ")); },
         [&] { Label4(1).setCaption(QStringLiteral(" Mouse ")); },
         [&] { s.NomeEseguibile = m_ctx.executableName(); },

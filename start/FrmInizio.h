@@ -79,7 +79,6 @@ private:
     void mnuOpzioni_Click();
     void mnuAutore_Click();
 
-
     AppContext &m_ctx;
     Resize::Posizioni Posizioni;
 

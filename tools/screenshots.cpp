@@ -1,21 +1,21 @@
 // Saves a PNG of every screen, at its design size and at twice that size, in
 // the states worth looking at. Run through scripts/screenshots.sh.
 #include "app/Avvio.h"
+#include "certificate/FrmAttestato.h"
 #include "core/AppContext.h"
 #include "core/FamiglieSimboli.h"
-#include "certificate/FrmAttestato.h"
 #include "drill/frmOperativo.h"
-#include "report/FrmStampaEsercizio2.h"
-#include "report/frmNome.h"
 #include "platform/Twips.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/CommandButton.h"
 #include "platform/controls/Menu.h"
+#include "platform/controls/Timer.h"
 #include "platform/printing/PdfFilePrinter.h"
 #include "platform/printing/Printers.h"
+#include "report/FrmStampaEsercizio2.h"
+#include "report/frmNome.h"
 #include "services/frmSceltaStampante.h"
 #include "sheets/FrmStampaSchede.h"
-#include "platform/controls/Timer.h"
 #include "start/FrmInizio.h"
 #include "start/FrmOpzioni.h"
 #include "start/frmAutore.h"
@@ -23,8 +23,8 @@
 
 #include <QAbstractItemView>
 #include <QAction>
-#include <QComboBox>
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QTest>
 #include <cstdio>
@@ -40,7 +40,8 @@ void salva(Form &schermo, const QString &nome)
         schermo.setInnerSize(Twips::fromPixels(design.width() * scala),
                              Twips::fromPixels(design.height() * scala));
         QApplication::processEvents();
-        const QString file = QDir(cartella).filePath(QStringLiteral("%1-%2x.png").arg(nome).arg(scala));
+        const QString file =
+            QDir(cartella).filePath(QStringLiteral("%1-%2x.png").arg(nome).arg(scala));
         schermo.grab().save(file);
         std::printf("%s\n", qPrintable(file));
     }
@@ -73,8 +74,8 @@ QList<int> tastiPer(const StatoCondiviso &s, const QString &testo)
         }
         int trovato = -1;
         for (int k = 0; k < 4; ++k)
-            if (!simboli[k].isEmpty() && testo.mid(i).startsWith(simboli[k])
-                && (trovato < 0 || simboli[k].size() > simboli[trovato].size()))
+            if (!simboli[k].isEmpty() && testo.mid(i).startsWith(simboli[k]) &&
+                (trovato < 0 || simboli[k].size() > simboli[trovato].size()))
                 trovato = k;
         if (trovato < 0)
             break;
@@ -154,15 +155,17 @@ void scattiOpzioni(AppContext &ctx)
         std::printf("FrmOpzioni did not become active\n");
     salva(opzioni, QStringLiteral("FrmOpzioni-start"));
 
-    for (auto [gruppo, indice] : {std::pair{"Option1", 10}, {"Option27", 5}, {"Option17", 7},
-                                  {"Option9", 1}, {"Option6", 2}})
+    for (auto [gruppo, indice] : {std::pair{"Option1", 10},
+                                  {"Option27", 5},
+                                  {"Option17", 7},
+                                  {"Option9", 1},
+                                  {"Option6", 2}})
         QTest::mouseClick(opzioni.get<Control>(gruppo, indice).widget(), Qt::LeftButton);
     opzioni.get<Control>("Option5", 1).SetFocus();
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_3);
     salva(opzioni, QStringLiteral("FrmOpzioni-choices"));
     opzioni.Unload();
 }
-
 
 // ---- Worksheets and printer choice ----
 

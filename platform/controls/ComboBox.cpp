@@ -12,9 +12,8 @@ ComboBox::ComboBox(Form &form, const ControlDef &def, Control *container)
 {
     auto *w = new QComboBox(parentWidget());
     w->setEditable(false);
-    QObject::connect(w, &QComboBox::activated, w, [this](int) {
-        m_form.services().runHandler([this] { raiseClick(); });
-    });
+    QObject::connect(w, &QComboBox::activated, w,
+                     [this](int) { m_form.services().runHandler([this] { raiseClick(); }); });
     setWidget(w);
     m_height = Twips::fromPixels(w->sizeHint().height());
     applyGeometry();

@@ -3,8 +3,7 @@
 #include <QLabel>
 #include <QPixmap>
 
-Image::Image(Form &form, const ControlDef &def, Control *container)
-    : Control(form, def, container)
+Image::Image(Form &form, const ControlDef &def, Control *container) : Control(form, def, container)
 {
     auto *w = new QLabel(parentWidget());
     w->setAlignment(Qt::AlignLeft | Qt::AlignTop);

@@ -2,18 +2,17 @@
 
 #include <QLabel>
 
-Label::Label(Form &form, const ControlDef &def, Control *container)
-    : Control(form, def, container)
+Label::Label(Form &form, const ControlDef &def, Control *container) : Control(form, def, container)
 {
     auto *w = new QLabel(parentWidget());
     w->setTextFormat(Qt::PlainText);
     w->setWordWrap(def.wordWrap);
     w->setMargin(0);
     w->setIndent(0);
-    w->setAlignment((def.align == Align::Center   ? Qt::AlignHCenter
+    w->setAlignment((def.align == Align::Center  ? Qt::AlignHCenter
                      : def.align == Align::Right ? Qt::AlignRight
-                                                 : Qt::AlignLeft)
-                    | Qt::AlignTop);
+                                                 : Qt::AlignLeft) |
+                    Qt::AlignTop);
     w->setAutoFillBackground(!def.transparent);
     if (def.border)
         w->setFrameStyle(QFrame::Box | QFrame::Plain);

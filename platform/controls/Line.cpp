@@ -38,12 +38,8 @@ private:
 } // namespace
 
 Line::Line(Form &form, const ControlDef &def, Control *container)
-    : Control(form, def, container),
-      m_x1(def.left),
-      m_y1(def.top),
-      m_x2(def.width),
-      m_y2(def.height),
-      m_borderWidth(def.borderWidth)
+    : Control(form, def, container), m_x1(def.left), m_y1(def.top), m_x2(def.width),
+      m_y2(def.height), m_borderWidth(def.borderWidth)
 {
     setWidget(new LineWidget(this, parentWidget()));
     place();

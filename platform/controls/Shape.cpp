@@ -18,15 +18,23 @@ protected:
     {
         QPainter p(this);
         p.setRenderHint(QPainter::Antialiasing);
-        const QColor fill = m_shape->BackColor().isValid() ? m_shape->BackColor() : QColor(Qt::white);
-        const QColor edge = m_shape->ForeColor().isValid() ? m_shape->ForeColor() : fill.darker(140);
+        const QColor fill =
+            m_shape->BackColor().isValid() ? m_shape->BackColor() : QColor(Qt::white);
+        const QColor edge =
+            m_shape->ForeColor().isValid() ? m_shape->ForeColor() : fill.darker(140);
         p.setBrush(fill);
         p.setPen(QPen(edge, 1.5));
         const QRectF r = QRectF(rect()).adjusted(1, 1, -1, -1);
         switch (m_shape->shape()) {
-        case Shape::Oval: p.drawEllipse(r); break;
-        case Shape::Rectangle: p.drawRect(r); break;
-        case Shape::RoundedRectangle: p.drawRoundedRect(r, 12, 12); break;
+        case Shape::Oval:
+            p.drawEllipse(r);
+            break;
+        case Shape::Rectangle:
+            p.drawRect(r);
+            break;
+        case Shape::RoundedRectangle:
+            p.drawRoundedRect(r, 12, 12);
+            break;
         }
     }
 

@@ -6,7 +6,12 @@
 class Shape : public Control
 {
 public:
-    enum Kind { Rectangle = 0, Oval = 2, RoundedRectangle = 4 };
+    enum Kind
+    {
+        Rectangle = 0,
+        Oval = 2,
+        RoundedRectangle = 4
+    };
     Shape(Form &form, const ControlDef &def, Control *container, Kind kind = RoundedRectangle);
     Kind shape() const { return m_shape; }
 

@@ -14,7 +14,8 @@ class TestAvvio : public QObject
 
     QString programma() const
     {
-        return QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("../app/Quadrivo"));
+        return QDir(QCoreApplication::applicationDirPath())
+            .filePath(QStringLiteral("../app/Quadrivo"));
     }
 
     // Runs xdotool against our X server; its standard output.
@@ -33,12 +34,13 @@ private slots:
     void initTestCase()
     {
         QVERIFY2(!QStandardPaths::findExecutable(QStringLiteral("Xvfb")).isEmpty(), "Xvfb missing");
-        QVERIFY2(!QStandardPaths::findExecutable(QStringLiteral("xdotool")).isEmpty(), "xdotool missing");
+        QVERIFY2(!QStandardPaths::findExecutable(QStringLiteral("xdotool")).isEmpty(),
+                 "xdotool missing");
         // A display number of our own, away from any the machine uses.
         display = QStringLiteral(":%1").arg(90 + QCoreApplication::applicationPid() % 800);
         xvfb.start(QStringLiteral("Xvfb"), {display, QStringLiteral("-screen"), QStringLiteral("0"),
-                                            QStringLiteral("1280x1024x24"), QStringLiteral("-nolisten"),
-                                            QStringLiteral("tcp")});
+                                            QStringLiteral("1280x1024x24"),
+                                            QStringLiteral("-nolisten"), QStringLiteral("tcp")});
         QVERIFY(xvfb.waitForStarted(5000));
         // The server is up once a client can talk to it.
         bool up = false;

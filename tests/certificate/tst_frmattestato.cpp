@@ -1,10 +1,10 @@
 #include "certificate/FrmAttestato.h"
 #include "core/AppContext.h"
 #include "platform/Fonts.h"
+#include "platform/Twips.h"
 #include "platform/printing/PdfFilePrinter.h"
 #include "platform/printing/Printers.h"
 #include "platform/printing/RecordingPrinter.h"
-#include "platform/Twips.h"
 #include "support/ScreenTest.h"
 #include "support/TestDoubles.h"
 
@@ -60,12 +60,33 @@ private slots:
         c->stato.NumeroEsercizio = 20;
         auto &f = c->form<FrmAttestato>();
         const auto &p = f.get<PictureBox>("Picture1");
-        const QStringList atteso = {
-            "", "", "", "", "", "DIPLOMA DI MERITO", "RILASCIATO A", "", "", "",
-            "per aver eseguito", "", "SISTEMA DECIMALE", "", "Scomposizione dei numeri", "",
-            " unità,    decimi, centesimi, millesimi", "", "con la valutazione di", "", "DISTINTO", "",
-            "con 17 risposte esatte su 20 richieste", "", "", "",
-            "Data  16/11/2026       ora 10:00:00"};
+        const QStringList atteso = {"",
+                                    "",
+                                    "",
+                                    "",
+                                    "",
+                                    "DIPLOMA DI MERITO",
+                                    "RILASCIATO A",
+                                    "",
+                                    "",
+                                    "",
+                                    "per aver eseguito",
+                                    "",
+                                    "SISTEMA DECIMALE",
+                                    "",
+                                    "Scomposizione dei numeri",
+                                    "",
+                                    " unità,    decimi, centesimi, millesimi",
+                                    "",
+                                    "con la valutazione di",
+                                    "",
+                                    "DISTINTO",
+                                    "",
+                                    "con 17 risposte esatte su 20 richieste",
+                                    "",
+                                    "",
+                                    "",
+                                    "Data  16/11/2026       ora 10:00:00"};
         QCOMPARE(testi(p), atteso);
         QCOMPARE(c->stato.Valutazione, QStringLiteral("DISTINTO"));
         QVERIFY(f.get<OptionButton>("Option5", 0).Enabled());
@@ -74,13 +95,18 @@ private slots:
         QCOMPARE(f.ScaleHeight(), 8820.0);
 
         const auto &righe = p.printedLines();
-        struct Stile { int riga; double size; bool bold; QColor colore; };
-        const QList<Stile> stili = {{6, 20, true, Qt::red},   {7, 20, true, Qt::black},
-                                    {9, 20, true, Qt::red},   {11, 12, false, Qt::black},
-                                    {13, 14, true, Qt::black}, {15, 14, false, Qt::black},
-                                    {17, 14, false, Qt::black}, {19, 12, false, Qt::black},
-                                    {21, 14, true, Qt::red},  {23, 12, false, Qt::black},
-                                    {27, 12, false, Qt::black}};
+        struct Stile
+        {
+            int riga;
+            double size;
+            bool bold;
+            QColor colore;
+        };
+        const QList<Stile> stili = {
+            {6, 20, true, Qt::red},     {7, 20, true, Qt::black},   {9, 20, true, Qt::red},
+            {11, 12, false, Qt::black}, {13, 14, true, Qt::black},  {15, 14, false, Qt::black},
+            {17, 14, false, Qt::black}, {19, 12, false, Qt::black}, {21, 14, true, Qt::red},
+            {23, 12, false, Qt::black}, {27, 12, false, Qt::black}};
         for (const Stile &s : stili) {
             const auto &r = righe[s.riga - 1];
             QCOMPARE(r.font.pointSizeF(), s.size);
@@ -88,9 +114,8 @@ private slots:
             QCOMPARE(r.color, s.colore);
             QCOMPARE(r.font.family().toLower(), QStringLiteral("arial"));
             if (!r.text.isEmpty())
-                QVERIFY(qAbs(r.x + QFontMetricsF(r.font, p.widget()).horizontalAdvance(r.text) / 2
-                             - p.ScaleWidth() / 2)
-                        < 0.5);
+                QVERIFY(qAbs(r.x + QFontMetricsF(r.font, p.widget()).horizontalAdvance(r.text) / 2 -
+                             p.ScaleWidth() / 2) < 0.5);
         }
         // The first five lines are in the screen's own font.
         QCOMPARE(righe[0].font.pointSizeF(), 8.25);
@@ -156,7 +181,9 @@ private slots:
         QVERIFY(fine > 0);
         const QStringList prima = c.stampante->calls.mid(0, fine + 1);
         QVERIFY(prima.first().startsWith(QStringLiteral("Print")));
-        QVERIFY(prima.filter(QStringLiteral("PaintPicture")).value(0).endsWith(QStringLiteral("at 1000,100")));
+        QVERIFY(prima.filter(QStringLiteral("PaintPicture"))
+                    .value(0)
+                    .endsWith(QStringLiteral("at 1000,100")));
         QCOMPARE(c.stampante->calls.count(QStringLiteral("EndDoc")), 2);
         QVERIFY(c.t.errors->errors.isEmpty());
     }
@@ -170,7 +197,8 @@ private slots:
         const QImage disegno = f.get<PictureBox>("Picture1").image();
         f.setInnerSize(11940 * 2, 8820 * 2);
         // The drawing is not made again at the new size.
-        QCOMPARE(f.get<PictureBox>("Picture1").image().copy(QRect(QPoint(0, 0), disegno.size())), disegno);
+        QCOMPARE(f.get<PictureBox>("Picture1").image().copy(QRect(QPoint(0, 0), disegno.size())),
+                 disegno);
         f.EseguiScelta(0);
         QCOMPARE(c.stampante->pictures[0].size(), f.get<PictureBox>("Picture1").widget()->size());
         QCOMPARE(c.stampante->pictures[0].width(), Twips::toPixels(6690 * 2));
@@ -254,9 +282,10 @@ private slots:
         QVERIFY(QFile::exists(file));
 
         QProcess pdftoppm;
-        pdftoppm.start(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("72"), QStringLiteral("-png"),
-                                                   QStringLiteral("-singlefile"), file,
-                                                   cartella.filePath(QStringLiteral("pagina"))});
+        pdftoppm.start(QStringLiteral("pdftoppm"),
+                       {QStringLiteral("-r"), QStringLiteral("72"), QStringLiteral("-png"),
+                        QStringLiteral("-singlefile"), file,
+                        cartella.filePath(QStringLiteral("pagina"))});
         QVERIFY(pdftoppm.waitForFinished(30000));
         QCOMPARE(pdftoppm.exitCode(), 0);
         QImage pagina(cartella.filePath(QStringLiteral("pagina.png")));
@@ -284,7 +313,8 @@ private slots:
                 }
         QVERIFY(inchiostro(tuttaLaPagina) > 1000);
         // What is printed is the picture: about 334 x 441 points wide and tall.
-        QVERIFY2(qAbs((destra - sinistra) - 334) < 20, qPrintable(QString::number(destra - sinistra)));
+        QVERIFY2(qAbs((destra - sinistra) - 334) < 20,
+                 qPrintable(QString::number(destra - sinistra)));
         QVERIFY2(qAbs((basso - alto) - 441) < 20, qPrintable(QString::number(basso - alto)));
         // ... standing 1000 twips (50 points) right of the printable area's edge.
         QVERIFY(sinistra > 50 && sinistra < 120);

@@ -26,7 +26,8 @@ private slots:
         QTest::newRow("20/20 all right") << 20 << 20 << 10 << "OTTIMO" << true;
         QTest::newRow("0/20 none right") << 0 << 20 << 0 << "Non classificato" << false;
         QTest::newRow("0/0 nothing asked") << 0 << 0 << 0 << "Non classificato" << false;
-        QTest::newRow("5/0 nothing asked since restart") << 5 << 0 << 0 << "Non classificato" << false;
+        QTest::newRow("5/0 nothing asked since restart")
+            << 5 << 0 << 0 << "Non classificato" << false;
         QTest::newRow("25/10 after a restart") << 25 << 10 << 25 << "Non classificato" << false;
         QTest::newRow("11/10 just above 10") << 11 << 10 << 11 << "Non classificato" << false;
         QTest::newRow("3276 right fits") << 3276 << 3276 << 10 << "OTTIMO" << true;
@@ -50,10 +51,10 @@ private slots:
     {
         QTest::addColumn<int>("punteggio");
         QTest::addColumn<QString>("parola");
-        const char *parole[] = {"Non classificato", "Non classificato", "Non classificato",
-                                "Non classificato", "Non classificato", "SUFFICIENTE (!)",
-                                "SUFFICIENTE",      "BUONO",            "DISTINTO",
-                                "OTTIMO",           "OTTIMO",           "Non classificato"};
+        const char *parole[] = {
+            "Non classificato", "Non classificato", "Non classificato", "Non classificato",
+            "Non classificato", "SUFFICIENTE (!)",  "SUFFICIENTE",      "BUONO",
+            "DISTINTO",         "OTTIMO",           "OTTIMO",           "Non classificato"};
         for (int p = 0; p <= 11; ++p)
             QTest::addRow("%d", p) << p << QString::fromLatin1(parole[p]);
         QTest::newRow("-1") << -1 << "Non classificato";

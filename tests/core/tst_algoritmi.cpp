@@ -91,8 +91,8 @@ private:
     {
         t->stato.TipoNumeri = 0;
         t->stato.TipoEsercizio = tipo;
-        t.random->script({drawFor(w - 1, 9), drawFor(x - 1, 9), drawFor(y - 1, 9),
-                          drawFor(z - 1, 9)});
+        t.random->script(
+            {drawFor(w - 1, 9), drawFor(x - 1, 9), drawFor(y - 1, 9), drawFor(z - 1, 9)});
         Algoritmi(*t).GeneraEsercizio();
     }
 
@@ -153,8 +153,8 @@ private slots:
         generaConCifre(t, 8, 4, 7, 1, 1);
         QCOMPARE(t->stato.Numero, QStringLiteral("4700"));
         QCOMPARE(t->stato.SimboloRichiesto, QStringLiteral("  u  "));
-        QCOMPARE(t->stato.Risposta, QString("4" + QString(" uk  ") + "7" + "  h  " + "0" + " da  "
-                                            + "0" + "  u  "));
+        QCOMPARE(t->stato.Risposta,
+                 QString("4" + QString(" uk  ") + "7" + "  h  " + "0" + " da  " + "0" + "  u  "));
     }
 
     void type1OnAThreeSymbolFamilyKeepsTheBlankSymbol()
@@ -311,8 +311,8 @@ private slots:
         FamiglieSimboli::applica(t->stato, 3);
         t->stato.TipoNumeri = 1;
         t.clock->setSecondsSinceMidnight(4321.5);
-        t.random->script({drawFor(8, 10), drawFor(0, 9), drawFor(1, 9), drawFor(2, 9),
-                          drawFor(8, 9)});
+        t.random->script(
+            {drawFor(8, 10), drawFor(0, 9), drawFor(1, 9), drawFor(2, 9), drawFor(8, 9)});
         Algoritmi(*t).GeneraEsercizio();
         QCOMPARE(t.random->reseeds, 2);
         QCOMPARE(t.random->seeds, (QList<float>{4321.5f, 4321.5f}));
@@ -332,11 +332,12 @@ private slots:
         int annunciato = -1;
         QString numeroAlloraVisto = QStringLiteral("unset");
         int cifraAlloraVista = -1;
-        QObject::connect(t.ctx.get(), &AppContext::tipoEsercizioGenerato, t.ctx.get(), [&](int tipo) {
-            annunciato = tipo;
-            numeroAlloraVisto = t->stato.Numero;
-            cifraAlloraVista = t->stato.Cifra4;
-        });
+        QObject::connect(t.ctx.get(), &AppContext::tipoEsercizioGenerato, t.ctx.get(),
+                         [&](int tipo) {
+                             annunciato = tipo;
+                             numeroAlloraVisto = t->stato.Numero;
+                             cifraAlloraVista = t->stato.Cifra4;
+                         });
         t.random->script({drawFor(1, 10), 0.0, 0.0, 0.0, drawFor(4, 9)});
         Algoritmi(*t).GeneraEsercizio();
         QCOMPARE(annunciato, 8);

@@ -49,13 +49,21 @@ public:
             if (onKeyDown)
                 onKeyDown(i, k);
         });
-        Opt.onKeyPress([this](int i, int &k) { log << QStringLiteral("KeyPress %1 %2").arg(i).arg(k); });
-        Opt.onKeyUp([this](int i, int &k, int) { log << QStringLiteral("KeyUp %1 %2").arg(i).arg(k); });
-        Opt.onMouseDown([this](int i, int b, int, double, double) { log << QStringLiteral("MouseDown %1 %2").arg(i).arg(b); });
-        Opt.onMouseUp([this](int i, int, int, double, double) { log << QStringLiteral("MouseUp %1").arg(i); });
+        Opt.onKeyPress(
+            [this](int i, int &k) { log << QStringLiteral("KeyPress %1 %2").arg(i).arg(k); });
+        Opt.onKeyUp(
+            [this](int i, int &k, int) { log << QStringLiteral("KeyUp %1 %2").arg(i).arg(k); });
+        Opt.onMouseDown([this](int i, int b, int, double, double) {
+            log << QStringLiteral("MouseDown %1 %2").arg(i).arg(b);
+        });
+        Opt.onMouseUp([this](int i, int, int, double, double) {
+            log << QStringLiteral("MouseUp %1").arg(i);
+        });
         auto &cmd = get<CommandButton>("Cmd");
         cmd.Click = [this] { log << QStringLiteral("Cmd Click"); };
-        cmd.MouseDown = [this](int, int, double, double) { log << QStringLiteral("Cmd MouseDown"); };
+        cmd.MouseDown = [this](int, int, double, double) {
+            log << QStringLiteral("Cmd MouseDown");
+        };
         cmd.MouseUp = [this](int, int, double, double) { log << QStringLiteral("Cmd MouseUp"); };
         get<Label>("Lbl").Change = [this] { log << QStringLiteral("Lbl Change"); };
     }
@@ -102,9 +110,10 @@ private slots:
         key(Qt::Key_Down);
         QCOMPARE(focusedControl(f), &f.Opt(0));
         QVERIFY(!f.Opt(0).Value());
-        QCOMPARE(f.log, (QStringList{"KeyDown 0 32 0", "KeyPress 0 32", "KeyUp 0 32",
-                                     "KeyDown 0 13 0", "KeyPress 0 13", "KeyUp 0 13",
-                                     "KeyDown 0 39 0", "KeyUp 0 39", "KeyDown 0 40 0", "KeyUp 0 40"}));
+        QCOMPARE(f.log,
+                 (QStringList{"KeyDown 0 32 0", "KeyPress 0 32", "KeyUp 0 32", "KeyDown 0 13 0",
+                              "KeyPress 0 13", "KeyUp 0 13", "KeyDown 0 39 0", "KeyUp 0 39",
+                              "KeyDown 0 40 0", "KeyUp 0 40"}));
     }
 
     void mouseClickGivesDownClickUpAndNoGroupExclusivity()
@@ -115,7 +124,8 @@ private slots:
         f.Opt(1).SetFocus();
         f.log.clear();
         click(f.Opt(0));
-        QCOMPARE(f.log, (QStringList{"LostFocus 1", "GotFocus 0", "MouseDown 0 1", "Click 0", "MouseUp 0"}));
+        QCOMPARE(f.log, (QStringList{"LostFocus 1", "GotFocus 0", "MouseDown 0 1", "Click 0",
+                                     "MouseUp 0"}));
         QVERIFY(f.Opt(0).Value());
         QVERIFY(f.Opt(2).Value()); // chosen at design, still chosen
         f.log.clear();

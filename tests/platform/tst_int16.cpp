@@ -44,9 +44,12 @@ private slots:
         const Int16 y = b;
         auto compute = [&] {
             switch (op) {
-            case '+': return Int16(x + y);
-            case '-': return Int16(x - y);
-            default: return Int16(x * y);
+            case '+':
+                return Int16(x + y);
+            case '-':
+                return Int16(x - y);
+            default:
+                return Int16(x * y);
             }
         };
         if (overflows) {

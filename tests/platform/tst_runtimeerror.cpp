@@ -14,13 +14,16 @@ private slots:
         QTest::addColumn<int>("code");
         QTest::addColumn<QString>("description");
         QTest::newRow("overflow") << int(RuntimeError::Overflow) << "Overflow";
-        QTest::newRow("subscript") << int(RuntimeError::SubscriptOutOfRange)
-                                   << "Indice non incluso nell'intervallo";
-        QTest::newRow("type mismatch") << int(RuntimeError::TypeMismatch) << "Tipo non corrispondente";
+        QTest::newRow("subscript")
+            << int(RuntimeError::SubscriptOutOfRange) << "Indice non incluso nell'intervallo";
+        QTest::newRow("type mismatch")
+            << int(RuntimeError::TypeMismatch) << "Tipo non corrispondente";
         QTest::newRow("invalid call") << int(RuntimeError::InvalidProcedureCall)
                                       << "Chiamata di routine o argomento non validi";
-        QTest::newRow("file not found") << int(RuntimeError::FileNotFound) << "Impossibile trovare il file";
-        QTest::newRow("permission") << int(RuntimeError::PermissionDenied) << "Autorizzazione negata";
+        QTest::newRow("file not found")
+            << int(RuntimeError::FileNotFound) << "Impossibile trovare il file";
+        QTest::newRow("permission")
+            << int(RuntimeError::PermissionDenied) << "Autorizzazione negata";
         QTest::newRow("printer") << int(RuntimeError::PrinterError) << "Errore della stampante";
     }
     void errorsCarryNumberAndItalianDescription()
@@ -39,7 +42,11 @@ private slots:
         QStringList ran;
         const int failed = runSuppressed({
             [&] { ran << "a"; },
-            [&] { Int16 n = 32767; n += 1; ran << "never"; },
+            [&] {
+                Int16 n = 32767;
+                n += 1;
+                ran << "never";
+            },
             [&] { ran << "c"; },
             [&] { throw RuntimeError(RuntimeError::DivisionByZero); },
             [&] { ran << "e"; },

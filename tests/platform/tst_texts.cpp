@@ -90,11 +90,21 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("trimmed");
         QTest::addColumn<QString>("rtrimmed");
-        QTest::newRow("both ends") << "  4 uk  " << "4 uk" << "  4 uk";
-        QTest::newRow("inner kept") << " 4  h " << "4  h" << " 4  h";
-        QTest::newRow("tabs kept") << "\t4 \t" << "\t4 \t" << "\t4 \t";
-        QTest::newRow("only blanks") << "     " << "" << "";
-        QTest::newRow("empty") << "" << "" << "";
+        QTest::newRow("both ends") << "  4 uk  "
+                                   << "4 uk"
+                                   << "  4 uk";
+        QTest::newRow("inner kept") << " 4  h "
+                                    << "4  h"
+                                    << " 4  h";
+        QTest::newRow("tabs kept") << "\t4 \t"
+                                   << "\t4 \t"
+                                   << "\t4 \t";
+        QTest::newRow("only blanks") << "     "
+                                     << ""
+                                     << "";
+        QTest::newRow("empty") << ""
+                               << ""
+                               << "";
     }
     void trimRemovesBlanksOnly()
     {

@@ -49,7 +49,8 @@ private slots:
         for (int i = 0; i < frmNome::Cancella; ++i)
             trovato += f->get<CommandButton>("Command1", i).Caption();
         QCOMPARE(trovato, atteso);
-        QCOMPARE(f->get<CommandButton>("Command1", frmNome::Cancella).Caption(), QStringLiteral("CANCELLA"));
+        QCOMPARE(f->get<CommandButton>("Command1", frmNome::Cancella).Caption(),
+                 QStringLiteral("CANCELLA"));
         QCOMPARE(nome(), QStringLiteral("?"));
         QCOMPARE(avanti().Caption(), QStringLiteral("AVANTI"));
     }

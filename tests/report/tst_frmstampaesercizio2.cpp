@@ -22,7 +22,9 @@ class TestFrmStampaEsercizio2 : public QObject
     {
         s.NumeroEsercizio = quanti;
         for (int k = 1; k <= quanti && k <= 60; ++k)
-            s.Operazioni[k] = QStringLiteral("%1da = R.%1 (Sec.3)").arg(k).rightJustified(12 + 3, QLatin1Char(' '));
+            s.Operazioni[k] = QStringLiteral("%1da = R.%1 (Sec.3)")
+                                  .arg(k)
+                                  .rightJustified(12 + 3, QLatin1Char(' '));
     }
 
 private slots:
@@ -36,7 +38,8 @@ private slots:
         auto &f = t->form<FrmStampaEsercizio2>();
         QCOMPARE(f.Caption(), QStringLiteral("FINESTRA DI STAMPA "));
         for (int k = 1; k <= 20; ++k)
-            QCOMPARE(f.get<Label>("LblOp", k).Caption(), k <= 5 ? t->stato.Operazioni[k] : QString());
+            QCOMPARE(f.get<Label>("LblOp", k).Caption(),
+                     k <= 5 ? t->stato.Operazioni[k] : QString());
     }
 
     void aSeriesNumberedPastTwentyFillsTheTwentyLabels()
@@ -63,11 +66,13 @@ private slots:
         auto &f = t->form<FrmStampaEsercizio2>();
         QVERIFY(showActive(f));
         QCOMPARE(f.get<CommandButton>("Command1", 0).Caption(), QStringLiteral("ESCI"));
-        QCOMPARE(f.get<CommandButton>("Command1", 1).Caption(), QStringLiteral("STAMPA L'ESERCIZIO"));
+        QCOMPARE(f.get<CommandButton>("Command1", 1).Caption(),
+                 QStringLiteral("STAMPA L'ESERCIZIO"));
         click(f.get<CommandButton>("Command1", 2));
         QVERIFY(t->screens().find<frmNome>() && t->screens().find<frmNome>()->isVisible());
         click(f.get<CommandButton>("Command1", 3));
-        QVERIFY(t->screens().find<FrmAttestato>() && t->screens().find<FrmAttestato>()->isVisible());
+        QVERIFY(t->screens().find<FrmAttestato>() &&
+                t->screens().find<FrmAttestato>()->isVisible());
         QVERIFY(f.get<Frame>("fraNome").Visible());
         click(f.get<CommandButton>("cmdAvanti"));
         QVERIFY(!f.get<Frame>("fraNome").Visible());
@@ -91,7 +96,8 @@ private slots:
         t->form<FrmStampaEsercizio2>().Unload();
         settle();
         riempi(t->stato, 3);
-        QCOMPARE(t->form<FrmStampaEsercizio2>().get<Label>("LblOp", 3).Caption(), t->stato.Operazioni[3]);
+        QCOMPARE(t->form<FrmStampaEsercizio2>().get<Label>("LblOp", 3).Caption(),
+                 t->stato.Operazioni[3]);
     }
 
     void stampaLEsercizioReturnsToTheDrillWhereItStood()
@@ -131,7 +137,8 @@ private slots:
         QCOMPARE(righe[0].x, 1000.0);
         QCOMPARE(righe[0].y, 1000.0);
         QCOMPARE(righe[0].fontSize, 18.0);
-        QVERIFY(righe[0].fontName == QStringLiteral("Courier New") || righe[0].fontName == QStringLiteral("Courier"));
+        QVERIFY(righe[0].fontName == QStringLiteral("Courier New") ||
+                righe[0].fontName == QStringLiteral("Courier"));
         for (int k = 0; k <= 20; ++k) {
             const auto &r = righe[k + 1];
             QCOMPARE(r.text, t->stato.Operazioni[k]);
@@ -154,7 +161,8 @@ private slots:
         t.printer->setFonts({QStringLiteral("DejaVu Sans"), QStringLiteral("Liberation Serif")});
         t->form<FrmStampaEsercizio2>().StampaEsercizi();
         QCOMPARE(t.boxes->boxes.size(), 1);
-        QCOMPARE(t.boxes->boxes[0].text, QStringLiteral("Devi installare il font Courier o il font Courier New"));
+        QCOMPARE(t.boxes->boxes[0].text,
+                 QStringLiteral("Devi installare il font Courier o il font Courier New"));
         QVERIFY(t.printer->lines.isEmpty());
         QCOMPARE(t.printer->documents, 0);
     }
@@ -163,7 +171,8 @@ private slots:
     {
         TestContext t;
         riempi(t->stato, 1);
-        t.printer->setFonts({QStringLiteral("Arial"), QStringLiteral("Courier"), QStringLiteral("Courier New")});
+        t.printer->setFonts(
+            {QStringLiteral("Arial"), QStringLiteral("Courier"), QStringLiteral("Courier New")});
         t->form<FrmStampaEsercizio2>().StampaEsercizi();
         QCOMPARE(t.printer->lines[0].fontName, QStringLiteral("Courier"));
     }

@@ -1,4 +1,6 @@
 #include "core/AppContext.h"
+#include "drill/frmOperativo.h"
+#include "platform/Fonts.h"
 #include "platform/controls/CommandButton.h"
 #include "platform/controls/Frame.h"
 #include "platform/controls/Label.h"
@@ -6,11 +8,9 @@
 #include "platform/controls/OptionButton.h"
 #include "platform/controls/PictureBox.h"
 #include "platform/controls/Timer.h"
-#include "platform/Fonts.h"
-#include "drill/frmOperativo.h"
 #include "sheets/FrmStampaSchede.h"
-#include "start/FrmOpzioni.h"
 #include "start/FrmInizio.h"
+#include "start/FrmOpzioni.h"
 #include "start/frmAutore.h"
 #include "start/frmIstruzioni.h"
 #include "support/ScreenTest.h"
@@ -308,7 +308,8 @@ private slots:
         key(Qt::Key_Return); // "Vai"
         auto *drill = (*t)->screens().find<frmOperativo>();
         QVERIFY(drill);
-        QCOMPARE(drill->get<Label>("Label1").Caption(), QStringLiteral(" Scomponi: numeri con la virgola"));
+        QCOMPARE(drill->get<Label>("Label1").Caption(),
+                 QStringLiteral(" Scomponi: numeri con la virgola"));
         QCOMPARE((*t)->stato.TipoNumeri.value(), 2);
         QVERIFY((*t)->stato.TipoEsercizio >= 23 && (*t)->stato.TipoEsercizio <= 44);
         QVERIFY((*t)->stato.Numero.contains(QLatin1Char(',')));
@@ -378,7 +379,8 @@ private slots:
             auto *autore = (*t)->screens().find<frmAutore>();
             shown = autore && autore->isVisible() && autore->isModal();
             if (autore) {
-                QCOMPARE(autore->get<Label>("Label1").Caption(), QStringLiteral("Sito dell'autore:"));
+                QCOMPARE(autore->get<Label>("Label1").Caption(),
+                         QStringLiteral("Sito dell'autore:"));
                 QCOMPARE(autore->get<Label>("Label3").Caption(), QStringLiteral("Email:"));
                 click(autore->get<CommandButton>("Command1"));
             }

@@ -36,13 +36,19 @@ QString textOf(Qt::Key key, Qt::KeyboardModifiers modifiers)
     if (key >= Qt::Key_0 && key <= Qt::Key_9)
         return QString(QChar(char('0' + (key - Qt::Key_0))));
     switch (key) {
-    case Qt::Key_Space: return QStringLiteral(" ");
+    case Qt::Key_Space:
+        return QStringLiteral(" ");
     case Qt::Key_Return:
-    case Qt::Key_Enter: return QStringLiteral("\r");
-    case Qt::Key_Backspace: return QStringLiteral("\b");
-    case Qt::Key_Comma: return QStringLiteral(",");
-    case Qt::Key_Period: return QStringLiteral(".");
-    default: return {};
+    case Qt::Key_Enter:
+        return QStringLiteral("\r");
+    case Qt::Key_Backspace:
+        return QStringLiteral("\b");
+    case Qt::Key_Comma:
+        return QStringLiteral(",");
+    case Qt::Key_Period:
+        return QStringLiteral(".");
+    default:
+        return {};
     }
 }
 

@@ -18,8 +18,7 @@
 class PinnedClock final : public Clock
 {
 public:
-    explicit PinnedClock(QDateTime at = QDateTime(QDate(2026, 11, 16), QTime(10, 0, 0)))
-        : m_now(at)
+    explicit PinnedClock(QDateTime at = QDateTime(QDate(2026, 11, 16), QTime(10, 0, 0))) : m_now(at)
     {
     }
     QDateTime now() const override { return m_now; }
