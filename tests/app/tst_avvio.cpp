@@ -78,7 +78,8 @@ private slots:
         QString finestra;
         for (int i = 0; i < 100 && finestra.isEmpty(); ++i) {
             QTest::qWait(100);
-            finestra = xdotool({QStringLiteral("search"), QStringLiteral("--name"),
+            finestra = xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                                QStringLiteral("--name"),
                                 QStringLiteral("^SISTEMA DECIMALE: scomposizione$")});
         }
         QVERIFY2(!finestra.isEmpty(), "no window titled SISTEMA DECIMALE: scomposizione");
