@@ -76,7 +76,7 @@ private slots:
         QVERIFY(quadrivo.waitForStarted(5000));
 
         QString finestra;
-        for (int i = 0; i < 100 && finestra.isEmpty(); ++i) {
+        for (int i = 0; i < 300 && finestra.isEmpty(); ++i) {
             QTest::qWait(100);
             finestra = xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
                                 QStringLiteral("--name"),
@@ -92,7 +92,7 @@ private slots:
             QTest::qWait(250);
         }
         if (quadrivo.state() != QProcess::NotRunning)
-            QVERIFY2(quadrivo.waitForFinished(10000), "the program did not end");
+            QVERIFY2(quadrivo.waitForFinished(30000), "the program did not end");
         QCOMPARE(quadrivo.exitStatus(), QProcess::NormalExit);
         QCOMPARE(quadrivo.exitCode(), 0);
     }
