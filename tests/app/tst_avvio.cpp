@@ -30,6 +30,20 @@ class TestAvvio : public QObject
         return QString::fromLocal8Bit(p.readAllStandardOutput()).trimmed();
     }
 
+    // The first visible window whose title matches, waiting up to 30 s.
+    QString cerca(const QString &titolo)
+    {
+        for (int i = 0; i < 300; ++i) {
+            const QString trovate =
+                xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                         QStringLiteral("--name"), titolo});
+            if (!trovate.isEmpty())
+                return trovate.split(QLatin1Char('\n')).first();
+            QTest::qWait(100);
+        }
+        return {};
+    }
+
 private slots:
     void initTestCase()
     {
@@ -75,15 +89,8 @@ private slots:
         quadrivo.start(programma(), {});
         QVERIFY(quadrivo.waitForStarted(5000));
 
-        QString finestra;
-        for (int i = 0; i < 300 && finestra.isEmpty(); ++i) {
-            QTest::qWait(100);
-            finestra = xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                                QStringLiteral("--name"),
-                                QStringLiteral("^SISTEMA DECIMALE: scomposizione$")});
-        }
-        QVERIFY2(!finestra.isEmpty(), "no window titled SISTEMA DECIMALE: scomposizione");
-        const QString id = finestra.split(QLatin1Char('\n')).first();
+        const QString id = cerca(QStringLiteral("^SISTEMA DECIMALE: scomposizione$"));
+        QVERIFY2(!id.isEmpty(), "no window titled SISTEMA DECIMALE: scomposizione");
         // No window manager here: give the window the keyboard directly.
         xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), id});
         QTest::qWait(300);
@@ -95,6 +102,37 @@ private slots:
             QVERIFY2(quadrivo.waitForFinished(30000), "the program did not end");
         QCOMPARE(quadrivo.exitStatus(), QProcess::NormalExit);
         QCOMPARE(quadrivo.exitCode(), 0);
+    }
+
+    void anUntrappedErrorIsShownAndEndsTheProgram()
+    {
+        QTemporaryDir lavoro;
+        QProcess quadrivo;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.remove(QStringLiteral("QT_QPA_PLATFORM"));
+        env.insert(QStringLiteral("DISPLAY"), display);
+        quadrivo.setProcessEnvironment(env);
+        quadrivo.setWorkingDirectory(lavoro.path());
+        quadrivo.start(programma(), {});
+        QVERIFY(quadrivo.waitForStarted(5000));
+        const QString finestra = cerca(QStringLiteral("^SISTEMA DECIMALE: scomposizione$"));
+        QVERIFY2(!finestra.isEmpty(), "no start window");
+        xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), finestra});
+        QTest::qWait(300);
+        // Key 0 on the number buttons reads "/" as a number: a type mismatch.
+        xdotool({QStringLiteral("key"), QStringLiteral("0")});
+        const QString avviso = cerca(QStringLiteral("^Quadrivo$"));
+        QVERIFY2(!avviso.isEmpty(), "no error message box");
+        QCOMPARE(quadrivo.state(), QProcess::Running); // it waits for the pupil to read it
+        xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), avviso});
+        QTest::qWait(200);
+        xdotool({QStringLiteral("key"), QStringLiteral("Return")});
+        if (quadrivo.state() != QProcess::NotRunning)
+            QVERIFY2(quadrivo.waitForFinished(30000), "the program did not end");
+        QCOMPARE(quadrivo.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(quadrivo.exitCode(), 1);
+        const QString errore = QString::fromLocal8Bit(quadrivo.readAllStandardError());
+        QVERIFY2(errore.contains(QStringLiteral("13")), qPrintable(errore));
     }
 
     void withoutADisplayItSaysSoInOneLine()
