@@ -73,7 +73,6 @@ public:
     void Hide();
     void Unload();
     bool isUnloaded() const { return m_unloaded; }
-    bool isLoadedAndShown() const { return !m_unloaded && isVisible(); }
 
     // The control that has (or last had, in this window) the focus.
     Control *activeControl() const { return m_active; }

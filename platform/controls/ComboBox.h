@@ -12,7 +12,6 @@ public:
     ComboBox(Form &form, const ControlDef &def, Control *container);
 
     void AddItem(const QString &item);
-    void Clear();
     int ListCount() const;
     QString List(int index) const;
     int ListIndex() const;

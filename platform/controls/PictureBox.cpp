@@ -43,11 +43,6 @@ PictureBox::PictureBox(Form &form, const ControlDef &def, Control *container)
         setPicture(QImage(def.picture));
 }
 
-void PictureBox::applyColors()
-{
-    Control::applyColors();
-}
-
 double PictureBox::ScaleWidth() const
 {
     return widget() ? widget()->width() : 0;

@@ -48,9 +48,6 @@ public:
     QImage Image() const;
     void setPicture(const QImage &picture);
 
-protected:
-    void applyColors() override;
-
 private:
     void ensureImage();
     friend class PictureWidget;
