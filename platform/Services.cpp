@@ -9,7 +9,8 @@ Services::Services()
       m_messageBoxes(std::make_unique<QtMessageBoxes>()),
       m_errorReport(std::make_unique<FatalErrorReport>(*this)),
       m_screens(std::make_unique<ScreenRegistry>()),
-      m_notifications(std::make_unique<QtNotifications>())
+      m_notifications(std::make_unique<QtNotifications>()),
+      m_folderChooser(std::make_unique<QtFolderChooser>())
 {
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/Clock.h"
 #include "platform/ErrorReport.h"
+#include "platform/FolderChooser.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Notifications.h"
 #include "platform/RandomSource.h"
@@ -39,6 +40,13 @@ public:
     void setMessageBoxes(std::unique_ptr<MessageBoxes> boxes) { m_messageBoxes = std::move(boxes); }
     void setErrorReport(std::unique_ptr<ErrorReport> report) { m_errorReport = std::move(report); }
 
+    // Folders the user picks (where the PDF printer writes).
+    FolderChooser &folderChooser() { return *m_folderChooser; }
+    void setFolderChooser(std::unique_ptr<FolderChooser> chooser)
+    {
+        m_folderChooser = std::move(chooser);
+    }
+
     // Notices that need no answer (where a printed file went).
     Notifications &notifications() { return *m_notifications; }
     void setNotifications(std::unique_ptr<Notifications> notifications)
@@ -74,5 +82,6 @@ private:
     QString m_workingDirectory;
     QString m_executableName = QStringLiteral("Quadrivo");
     std::unique_ptr<Notifications> m_notifications;
+    std::unique_ptr<FolderChooser> m_folderChooser;
     std::unique_ptr<Printers> m_printers;
 };

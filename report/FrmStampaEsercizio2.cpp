@@ -6,6 +6,7 @@
 #include "platform/Suppressed.h"
 #include "platform/printing/Printer.h"
 #include "report/frmNome.h"
+#include "services/CartellaPdf.h"
 #include "services/frmSceltaStampante.h"
 
 namespace {
@@ -48,6 +49,7 @@ FrmStampaEsercizio2::FrmStampaEsercizio2(AppContext &ctx)
         {.kind = K::Label, .name = "Label2", .left = 4440, .top = 7440, .width = 4000, .height = 300, .back = Fondo, .transparent = true},
         {.kind = K::Menu, .name = "mnuStampante", .caption = "Scegli stampante"},
         {.kind = K::Menu, .name = "mnuStampaEsercizi", .caption = "Stampa gli esercizi"},
+        {.kind = K::Menu, .name = "mnuCartellaPdf", .caption = "Cartella dei file PDF"},
     };
     tabella.insert(tabella.end(), resto.begin(), resto.end());
     // clang-format on
@@ -60,6 +62,7 @@ FrmStampaEsercizio2::FrmStampaEsercizio2(AppContext &ctx)
     get<CommandButton>("cmdAvanti").Click = [this] { cmdAvanti_Click(); };
     get<Menu>("mnuStampante").Click = [this] { mnuStampante_Click(); };
     get<Menu>("mnuStampaEsercizi").Click = [this] { mnuStampaEsercizi_Click(); };
+    get<Menu>("mnuCartellaPdf").Click = [this] { mnuCartellaPdf_Click(); };
     // txtNome and Command8 have no task on this screen.
 }
 
@@ -115,6 +118,11 @@ void FrmStampaEsercizio2::cmdAvanti_Click()
 void FrmStampaEsercizio2::mnuStampante_Click()
 {
     m_ctx.form<frmSceltaStampante>().Show();
+}
+
+void FrmStampaEsercizio2::mnuCartellaPdf_Click()
+{
+    CartellaPdf::Scegli(m_ctx);
 }
 
 void FrmStampaEsercizio2::mnuStampaEsercizi_Click()

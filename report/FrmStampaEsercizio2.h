@@ -33,6 +33,7 @@ private:
     void cmdAvanti_Click();
     void mnuStampante_Click();
     void mnuStampaEsercizi_Click();
+    void mnuCartellaPdf_Click();
 
     AppContext &m_ctx;
     Resize::Posizioni Posizioni;

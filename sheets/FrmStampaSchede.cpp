@@ -4,6 +4,7 @@
 #include "core/AppContext.h"
 #include "platform/Suppressed.h"
 #include "platform/printing/Printer.h"
+#include "services/CartellaPdf.h"
 #include "services/GruppoScelte.h"
 #include "services/frmSceltaStampante.h"
 #include "sheets/RigheScheda.h"
@@ -86,6 +87,7 @@ std::vector<ControlDef> tabellaDiProgetto()
                      .visible = riga <= RigheVisibili});
     }
     t.push_back({.kind = K::Menu, .name = "mnuStampante", .caption = "Scegli stampante"});
+    t.push_back({.kind = K::Menu, .name = "mnuCartellaPdf", .caption = "Cartella dei file PDF"});
     return t;
 }
 
@@ -149,6 +151,7 @@ FrmStampaSchede::FrmStampaSchede(AppContext &ctx)
     CmdRicomincia->Click = [this] { CmdRicomincia_Click(); };
     cmdEsci->Click = [this] { cmdEsci_Click(); };
     mnuStampante->Click = [this] { mnuStampante_Click(); };
+    get<Menu>("mnuCartellaPdf").Click = [this] { mnuCartellaPdf_Click(); };
 }
 
 // ---- Load and resize ----
@@ -440,6 +443,11 @@ void FrmStampaSchede::cmdEsci_Click()
     Unload();
     if (auto *stampanti = ctx.screens().find<frmSceltaStampante>())
         stampanti->Unload();
+}
+
+void FrmStampaSchede::mnuCartellaPdf_Click()
+{
+    CartellaPdf::Scegli(m_ctx);
 }
 
 void FrmStampaSchede::mnuStampante_Click()

@@ -61,6 +61,7 @@ private:
     void CmdRicomincia_Click();
     void cmdEsci_Click();
     void mnuStampante_Click();
+    void mnuCartellaPdf_Click();
 
     AppContext &m_ctx;
     Resize::Posizioni Posizioni;

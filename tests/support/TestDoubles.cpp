@@ -46,6 +46,9 @@ TestContext::TestContext() : ctx(std::make_unique<AppContext>())
     auto n = std::make_unique<RecordingNotifications>();
     notices = n.get();
     ctx->setNotifications(std::move(n));
+    auto f = std::make_unique<ScriptedFolderChooser>();
+    folders = f.get();
+    ctx->setFolderChooser(std::move(f));
     auto p = std::make_unique<RecordingPrinter>();
     printer = p.get();
     std::vector<std::unique_ptr<Printer>> printers;

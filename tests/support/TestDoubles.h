@@ -85,6 +85,19 @@ public:
     QStringList notices;
 };
 
+// Answers a folder question with a preset folder, and writes it down.
+class ScriptedFolderChooser final : public FolderChooser
+{
+public:
+    QString choose(const QString &title, const QString &) override
+    {
+        questions.append(title);
+        return answer;
+    }
+    QString answer;
+    QStringList questions;
+};
+
 // A fresh context wired with the doubles above; the raw pointers stay owned
 // by the context.
 struct TestContext
@@ -96,6 +109,7 @@ struct TestContext
     RecordingErrorReport *errors;
     RecordingMessageBoxes *boxes;
     RecordingNotifications *notices;
+    ScriptedFolderChooser *folders;
     // The only printer, and the current one.
     RecordingPrinter *printer;
 
