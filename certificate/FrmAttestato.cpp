@@ -15,8 +15,6 @@ namespace {
 
 using K = ControlKind;
 const QColor Fondo(255, 192, 255);
-const QColor Focus(255, 192, 128);
-const QColor Bottone(255, 224, 192);
 const QColor Scritta(0, 0, 192);
 const QColor Rosso(255, 0, 0);
 const QColor Nero(0, 0, 0);
@@ -34,9 +32,9 @@ FrmAttestato::FrmAttestato(AppContext &ctx) : Form(ctx, QStringLiteral("FrmAttes
     design(11940, 8820, {
         {.kind = K::Frame, .name = "Frame4", .left = 6720, .top = 6615, .width = 5184, .height = 2070, .back = Fondo},
         {.kind = K::PictureBox, .name = "Picture1", .left = 0, .top = -45, .width = 6690, .height = 8820, .back = finestra.color(QPalette::Base), .fore = finestra.color(QPalette::Text)},
-        {.kind = K::OptionButton, .name = "Option5", .index = 0, .in = "Frame4", .left = 96, .top = 84, .width = 5004, .height = 630, .caption = "STAMPA L'ATTESTATO", .back = Bottone, .fore = Scritta, .font = Comandi},
-        {.kind = K::OptionButton, .name = "Option5", .index = 1, .in = "Frame4", .left = 96, .top = 732, .width = 5004, .height = 630, .caption = "TORNA ALLA FINESTRA PRECEDENTE", .back = Bottone, .fore = Scritta, .font = Comandi},
-        {.kind = K::OptionButton, .name = "Option5", .index = 2, .in = "Frame4", .left = 96, .top = 1368, .width = 5004, .height = 630, .caption = "FINE SESSIONE", .back = Bottone, .fore = Scritta, .font = Comandi},
+        {.kind = K::OptionButton, .name = "Option5", .index = 0, .in = "Frame4", .left = 96, .top = 84, .width = 5004, .height = 630, .caption = "STAMPA L'ATTESTATO", .back = GruppoScelte::ColoreRiposo(), .fore = Scritta, .font = Comandi},
+        {.kind = K::OptionButton, .name = "Option5", .index = 1, .in = "Frame4", .left = 96, .top = 732, .width = 5004, .height = 630, .caption = "TORNA ALLA FINESTRA PRECEDENTE", .back = GruppoScelte::ColoreRiposo(), .fore = Scritta, .font = Comandi},
+        {.kind = K::OptionButton, .name = "Option5", .index = 2, .in = "Frame4", .left = 96, .top = 1368, .width = 5004, .height = 630, .caption = "FINE SESSIONE", .back = GruppoScelte::ColoreRiposo(), .fore = Scritta, .font = Comandi},
     });
     // clang-format on
     Picture1 = &get<PictureBox>("Picture1");
@@ -219,19 +217,18 @@ void FrmAttestato::EseguiScelta(int Index)
 
 void FrmAttestato::ChiudiTutto()
 {
-    for (Form *schermo : m_ctx.screens().loaded())
-        schermo->Unload();
+    m_ctx.screens().unloadAll();
 }
 
 void FrmAttestato::Option5_GotFocus(int Index)
 {
     Option5(Index).setValue(false);
-    Option5(Index).setBackColor(Focus);
+    Option5(Index).setBackColor(GruppoScelte::ColoreFocus());
 }
 
 void FrmAttestato::Option5_LostFocus(int Index)
 {
-    Option5(Index).setBackColor(Bottone);
+    Option5(Index).setBackColor(GruppoScelte::ColoreRiposo());
     Option5(Index).setValue(false);
 }
 

@@ -10,6 +10,7 @@
 #include "platform/Texts.h"
 #include "platform/Twips.h"
 #include "report/FrmStampaEsercizio2.h"
+#include "services/GruppoScelte.h"
 #include "start/FrmInizio.h"
 #include "start/frmIstruzioni.h"
 
@@ -586,12 +587,12 @@ QString frmOperativo::FormattaConMigliaia(double X)
 void frmOperativo::optAvviso_GotFocus(int Index)
 {
     optAvviso(Index).setValue(false);
-    optAvviso(Index).setBackColor(coloreFocus());
+    optAvviso(Index).setBackColor(GruppoScelte::ColoreFocus());
 }
 
 void frmOperativo::optAvviso_LostFocus(int Index)
 {
-    optAvviso(Index).setBackColor(coloreSfondo());
+    optAvviso(Index).setBackColor(GruppoScelte::ColoreRiposo());
     optAvviso(Index).setValue(false);
 }
 

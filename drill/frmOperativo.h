@@ -37,10 +37,6 @@ public:
     void SuonaRisorsa();
     QString FormattaConMigliaia(double X);
 
-    // Back colours of the end frame's choice buttons.
-    static QColor coloreFocus() { return QColor(255, 192, 128); }
-    static QColor coloreSfondo() { return QColor(255, 224, 192); }
-
 protected:
     void Form_Load() override;
     void Form_Resize() override;

@@ -19,6 +19,14 @@ QList<Form *> ScreenRegistry::loaded() const
     return screens;
 }
 
+void ScreenRegistry::unloadAll()
+{
+    // A copy: unloading changes the collection, and an unload handler may
+    // start a walk of its own.
+    for (Form *screen : loaded())
+        screen->Unload();
+}
+
 void ScreenRegistry::add(std::type_index type, Form *screen)
 {
     m_entries.push_back({type, screen});

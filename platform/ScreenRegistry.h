@@ -41,6 +41,9 @@ public:
     // The loaded screens, in the order they were loaded.
     QList<Form *> loaded() const;
 
+    // Unloads every loaded screen, one after the other, in loading order.
+    void unloadAll();
+
     // Called by a screen that is being unloaded.
     void remove(Form *screen);
 

@@ -2,12 +2,12 @@
 
 #include "core/AppContext.h"
 #include "platform/Texts.h"
+#include "services/GruppoScelte.h"
 
 namespace {
 
 using K = ControlKind;
 const QColor Fondo(255, 224, 192);
-const QColor Focus(255, 192, 128);
 const QColor Blu(0, 0, 128);
 const QColor Tasto(255, 244, 214);
 const FontDef Lettera{"Arial", 18, true};
@@ -102,7 +102,7 @@ void frmNome::Command1_Click(int Index)
 void frmNome::Option4_GotFocus()
 {
     Option4->setValue(false);
-    Option4->setBackColor(Focus);
+    Option4->setBackColor(GruppoScelte::ColoreFocus());
 }
 
 void frmNome::Option4_LostFocus()

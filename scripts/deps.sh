@@ -1,5 +1,6 @@
 # Sourced by the build scripts: installs the Debian packages Quadrivo needs,
-# but only those that are missing, so a second run asks apt for nothing.
+# but only those that are missing, so a second run asks apt for nothing, and
+# configures the build directory the first time.
 QUADRIVO_PACKAGES=(
     g++ cmake ninja-build
     qt6-base-dev
@@ -25,5 +26,13 @@ ensure_packages() {
         [ "$(id -u)" -eq 0 ] || sudo="sudo"
         $sudo apt-get update -qq
         DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"
+    fi
+}
+
+# Configures $build_dir (default build/) with Ninja when it is not yet.
+ensure_build_dir() {
+    build_dir=${BUILD_DIR:-build}
+    if [ ! -f "$build_dir/build.ninja" ]; then
+        cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=${BUILD_TYPE:-RelWithDebInfo}
     fi
 }

@@ -6,9 +6,6 @@ cd "$(dirname "$0")/.."
 source scripts/deps.sh
 ensure_packages
 
-build_dir=${BUILD_DIR:-build}
-if [ ! -f "$build_dir/build.ninja" ]; then
-    cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=${BUILD_TYPE:-RelWithDebInfo}
-fi
+ensure_build_dir
 cmake --build "$build_dir" -j2 --target Quadrivo
 exec "$build_dir/app/Quadrivo" "$@"

@@ -4,7 +4,6 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/deps.sh
 ensure_packages
-build_dir=${BUILD_DIR:-build}
-[ -f "$build_dir/build.ninja" ] || cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
+ensure_build_dir
 cmake --build "$build_dir" -j2 --target quadrivo_screenshots
 QT_QPA_PLATFORM=offscreen "$build_dir/tools/quadrivo_screenshots" "$build_dir/screenshots"

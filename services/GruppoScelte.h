@@ -3,9 +3,22 @@
 #include "platform/ControlArray.h"
 #include "platform/controls/OptionButton.h"
 
+#include <QColor>
+
 // What the groups of big choice buttons share on every screen: the space bar
 // walking to the next usable button and the digit keys that name a button.
 namespace GruppoScelte {
+
+// The back colour of the button that has the focus (light orange) and of the
+// others.
+inline QColor ColoreFocus()
+{
+    return QColor(255, 192, 128);
+}
+inline QColor ColoreRiposo()
+{
+    return QColor(255, 224, 192);
+}
 
 // Space-bar navigation: with the flag clear, a blank moves the focus to the
 // next enabled button (wrapping) and sets the flag until the key is released;

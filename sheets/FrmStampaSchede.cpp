@@ -14,7 +14,6 @@ namespace {
 using K = ControlKind;
 
 const QColor Fondo(255, 224, 192);
-const QColor Focus(255, 192, 128);
 const QColor Foglio(255, 255, 255);
 const QColor Nero(0, 0, 0);
 const QColor Blu(0, 0, 128);
@@ -40,7 +39,7 @@ std::vector<ControlDef> tabellaDiProgetto()
         {.kind = K::Label, .name = "lblTitolo", .left = 120, .top = 60, .width = 14820, .height = 480, .back = Fondo, .fore = Blu, .font = Intestazione, .align = Align::Center},
         {.kind = K::Label, .name = "Label3", .index = 0, .left = 120, .top = 600, .width = 3360, .height = 300, .caption = "Scegli i numeri", .back = Fondo, .fore = Rosso, .font = Guida},
         {.kind = K::Frame, .name = "Frame11", .left = 120, .top = 900, .width = 3360, .height = 1920, .back = Fondo, .border = true},
-        {.kind = K::OptionButton, .name = "Option1", .index = 0, .in = "Frame11", .left = 120, .top = 120, .width = 3120, .height = 540, .caption = "Numeri interi", .back = Focus, .fore = Blu, .font = Scelta},
+        {.kind = K::OptionButton, .name = "Option1", .index = 0, .in = "Frame11", .left = 120, .top = 120, .width = 3120, .height = 540, .caption = "Numeri interi", .back = GruppoScelte::ColoreFocus(), .fore = Blu, .font = Scelta},
         {.kind = K::OptionButton, .name = "Option1", .index = 1, .in = "Frame11", .left = 120, .top = 720, .width = 3120, .height = 540, .caption = "Numeri con virgola", .back = Fondo, .fore = Blu, .font = Scelta},
         {.kind = K::OptionButton, .name = "Option1", .index = 2, .in = "Frame11", .left = 120, .top = 1320, .width = 3120, .height = 540, .caption = "Tutti", .back = Fondo, .fore = Blu, .font = Scelta},
         {.kind = K::Label, .name = "Label1", .left = 120, .top = 2880, .width = 3360, .height = 300, .back = Fondo, .fore = Rosso, .font = Guida},
@@ -342,7 +341,7 @@ void FrmStampaSchede::StampaScheda()
 void FrmStampaSchede::Option1_GotFocus(int Index)
 {
     Option1(Index).setValue(false);
-    Option1(Index).setBackColor(Focus);
+    Option1(Index).setBackColor(GruppoScelte::ColoreFocus());
 }
 
 void FrmStampaSchede::Option1_LostFocus(int Index)
@@ -408,7 +407,7 @@ void FrmStampaSchede::Option1_MouseUp(int Index, int, int, double, double)
 void FrmStampaSchede::Option2_GotFocus(int Index)
 {
     Option2(Index).setValue(false);
-    Option2(Index).setBackColor(Focus);
+    Option2(Index).setBackColor(GruppoScelte::ColoreFocus());
 }
 
 void FrmStampaSchede::Option2_LostFocus(int Index)

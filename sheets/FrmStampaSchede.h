@@ -24,10 +24,6 @@ public:
     // big for it gets a message box and the empty text.
     QString FormattaNumero(double N);
 
-    // Design colours of the choice buttons.
-    static QColor coloreFocus() { return QColor(255, 192, 128); }
-    static QColor coloreSfondo() { return QColor(255, 224, 192); }
-
 protected:
     void Form_Load() override;
     void Form_Resize() override;

@@ -16,7 +16,6 @@ namespace {
 using K = ControlKind;
 
 const QColor Fondo(255, 224, 192);
-const QColor Focus(255, 192, 128);
 const QColor Blu(0, 0, 128);
 const QColor Rosso(192, 0, 0);
 const FontDef Scelta{"Arial", 18, true};
@@ -48,7 +47,7 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
         {.kind = K::Label, .name = "Label4", .index = 2, .left = 660, .top = 1800, .width = 2940, .height = 360, .caption = "Scomponi i ...", .back = Fondo, .fore = Blu, .font = Guida},
         {.kind = K::Label, .name = "Label4", .index = 3, .left = 3960, .top = 1800, .width = 3240, .height = 360, .caption = "Usa i ...", .back = Fondo, .fore = Blu, .font = Guida},
         {.kind = K::Frame, .name = "Frame1", .left = 240, .top = 2160, .width = 3360, .height = 3240, .back = Fondo, .border = true},
-        {.kind = K::OptionButton, .name = "Option1", .index = 0, .in = "Frame1", .left = 180, .top = 180, .width = 3000, .height = 900, .caption = "numeri interi", .back = Focus, .fore = Blu, .font = Scelta},
+        {.kind = K::OptionButton, .name = "Option1", .index = 0, .in = "Frame1", .left = 180, .top = 180, .width = 3000, .height = 900, .caption = "numeri interi", .back = GruppoScelte::ColoreFocus(), .fore = Blu, .font = Scelta},
         {.kind = K::OptionButton, .name = "Option1", .index = 1, .in = "Frame1", .left = 180, .top = 1200, .width = 3000, .height = 900, .caption = "numeri con virgola", .back = Fondo, .fore = Blu, .font = Scelta},
         {.kind = K::OptionButton, .name = "Option1", .index = 2, .in = "Frame1", .left = 180, .top = 2220, .width = 3000, .height = 900, .caption = "tutti", .back = Fondo, .fore = Blu, .font = Scelta},
         {.kind = K::Frame, .name = "Frame2", .left = 3840, .top = 2160, .width = 3360, .height = 3240, .back = Fondo, .enabled = false, .border = true},
@@ -65,8 +64,8 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
         {.kind = K::Label, .name = "Label4", .index = 0, .left = 7200, .top = 6660, .width = 1560, .height = 360, .caption = "Ver. n 1.2.0  -  Mouse ", .back = Fondo, .fore = Blu, .font = Piccolo, .align = Align::Right},
         {.kind = K::Label, .name = "Label4", .index = 1, .left = 8760, .top = 6660, .width = 1320, .height = 360, .caption = "Ver.1  -  Mouse ", .back = Fondo, .fore = Blu, .font = Piccolo},
         {.kind = K::Label, .name = "Label3", .left = 10080, .top = 6660, .width = 480, .height = 360, .back = Fondo, .fore = Blu, .font = Piccolo, .align = Align::Right},
-        {.kind = K::PictureBox, .name = "Picture1", .width = 5400, .back = Focus, .dock = Dock::Left},
-        {.kind = K::PictureBox, .name = "Picture2", .width = 5400, .back = Focus, .dock = Dock::Right},
+        {.kind = K::PictureBox, .name = "Picture1", .width = 5400, .back = GruppoScelte::ColoreFocus(), .dock = Dock::Left},
+        {.kind = K::PictureBox, .name = "Picture2", .width = 5400, .back = GruppoScelte::ColoreFocus(), .dock = Dock::Right},
         {.kind = K::Timer, .name = "timerTendine", .enabled = false, .interval = 5},
         {.kind = K::Menu, .name = "mnuStampa", .caption = "Stampa le schede"},
         {.kind = K::Menu, .name = "mnuAutore", .caption = "Autore"},
@@ -185,8 +184,7 @@ void FrmInizio::Form_Unload(int &)
 
 void FrmInizio::ChiudiTutto()
 {
-    for (Form *schermo : m_ctx.screens().loaded())
-        schermo->Unload();
+    m_ctx.screens().unloadAll();
 }
 
 // ---- Curtain ----
@@ -305,7 +303,7 @@ void FrmInizio::EseguiAzione(int Index)
 void FrmInizio::Option1_GotFocus(int Index)
 {
     Option1(Index).setValue(false);
-    Option1(Index).setBackColor(Focus);
+    Option1(Index).setBackColor(GruppoScelte::ColoreFocus());
 }
 
 void FrmInizio::Option1_LostFocus(int Index)
@@ -364,7 +362,7 @@ void FrmInizio::Option1_MouseUp(int Index, int, int, double, double)
 void FrmInizio::Option2_GotFocus(int Index)
 {
     Option2(Index).setValue(false);
-    Option2(Index).setBackColor(Focus);
+    Option2(Index).setBackColor(GruppoScelte::ColoreFocus());
 }
 
 void FrmInizio::Option2_LostFocus(int Index)
@@ -410,7 +408,7 @@ void FrmInizio::Option2_MouseUp(int Index, int, int, double, double)
 void FrmInizio::Option3_GotFocus(int Index)
 {
     Option3(Index).setValue(false);
-    Option3(Index).setBackColor(Focus);
+    Option3(Index).setBackColor(GruppoScelte::ColoreFocus());
 }
 
 void FrmInizio::Option3_LostFocus(int Index)

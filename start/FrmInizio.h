@@ -29,10 +29,6 @@ public:
     void VerificaEsistenzaFile(const QString &FileName);
     void LeggiLivelli(const QString &strNomefile);
 
-    // Design colours of the choice buttons.
-    static QColor coloreFocus() { return QColor(255, 192, 128); }
-    static QColor coloreSfondo() { return QColor(255, 224, 192); }
-
 protected:
     void Form_Load() override;
     void Form_Resize() override;

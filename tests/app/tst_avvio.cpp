@@ -22,12 +22,48 @@ class TestAvvio : public QObject
     QString xdotool(const QStringList &args)
     {
         QProcess p;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(QStringLiteral("DISPLAY"), display);
-        p.setProcessEnvironment(env);
+        p.setProcessEnvironment(sulloSchermo());
         p.start(QStringLiteral("xdotool"), args);
         p.waitForFinished(10000);
         return QString::fromLocal8Bit(p.readAllStandardOutput()).trimmed();
+    }
+
+    // The environment of a program on our X server.
+    QProcessEnvironment sulloSchermo() const
+    {
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.remove(QStringLiteral("QT_QPA_PLATFORM"));
+        env.insert(QStringLiteral("DISPLAY"), display);
+        return env;
+    }
+
+    // Starts the program in `cartella` and gives its start window the
+    // keyboard (there is no window manager to do it); the window's id, or
+    // the empty text after a failed check.
+    QString avviaConIlFuoco(QProcess &quadrivo, const QString &cartella)
+    {
+        quadrivo.setProcessEnvironment(sulloSchermo());
+        quadrivo.setWorkingDirectory(cartella);
+        quadrivo.start(programma(), {});
+        if (!quadrivo.waitForStarted(5000)) {
+            QTest::qFail("the program did not start", __FILE__, __LINE__);
+            return {};
+        }
+        const QString id = cerca(QStringLiteral("^SISTEMA DECIMALE: scomposizione$"));
+        if (id.isEmpty()) {
+            QTest::qFail("no window titled SISTEMA DECIMALE: scomposizione", __FILE__, __LINE__);
+            return {};
+        }
+        xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), id});
+        QTest::qWait(300);
+        return id;
+    }
+
+    // Waits (up to 30 s) for the program to end by itself.
+    static void aspettaLaFine(QProcess &quadrivo)
+    {
+        if (quadrivo.state() != QProcess::NotRunning)
+            quadrivo.waitForFinished(30000);
     }
 
     // The first visible window whose title matches, waiting up to 30 s.
@@ -61,9 +97,7 @@ private slots:
         for (int i = 0; i < 50 && !up; ++i) {
             QTest::qWait(100);
             QProcess probe;
-            QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-            env.insert(QStringLiteral("DISPLAY"), display);
-            probe.setProcessEnvironment(env);
+            probe.setProcessEnvironment(sulloSchermo());
             probe.start(QStringLiteral("xdotool"), {QStringLiteral("getmouselocation")});
             probe.waitForFinished(2000);
             up = probe.exitCode() == 0;
@@ -81,25 +115,12 @@ private slots:
     {
         QTemporaryDir lavoro;
         QProcess quadrivo;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.remove(QStringLiteral("QT_QPA_PLATFORM"));
-        env.insert(QStringLiteral("DISPLAY"), display);
-        quadrivo.setProcessEnvironment(env);
-        quadrivo.setWorkingDirectory(lavoro.path());
-        quadrivo.start(programma(), {});
-        QVERIFY(quadrivo.waitForStarted(5000));
-
-        const QString id = cerca(QStringLiteral("^SISTEMA DECIMALE: scomposizione$"));
-        QVERIFY2(!id.isEmpty(), "no window titled SISTEMA DECIMALE: scomposizione");
-        // No window manager here: give the window the keyboard directly.
-        xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), id});
-        QTest::qWait(300);
+        QVERIFY(!avviaConIlFuoco(quadrivo, lavoro.path()).isEmpty());
         for (const char *tasto : {"Return", "Return", "space", "space", "Return"}) {
             xdotool({QStringLiteral("key"), QString::fromLatin1(tasto)});
             QTest::qWait(250);
         }
-        if (quadrivo.state() != QProcess::NotRunning)
-            QVERIFY2(quadrivo.waitForFinished(30000), "the program did not end");
+        aspettaLaFine(quadrivo);
         QCOMPARE(quadrivo.exitStatus(), QProcess::NormalExit);
         QCOMPARE(quadrivo.exitCode(), 0);
     }
@@ -108,17 +129,7 @@ private slots:
     {
         QTemporaryDir lavoro;
         QProcess quadrivo;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.remove(QStringLiteral("QT_QPA_PLATFORM"));
-        env.insert(QStringLiteral("DISPLAY"), display);
-        quadrivo.setProcessEnvironment(env);
-        quadrivo.setWorkingDirectory(lavoro.path());
-        quadrivo.start(programma(), {});
-        QVERIFY(quadrivo.waitForStarted(5000));
-        const QString finestra = cerca(QStringLiteral("^SISTEMA DECIMALE: scomposizione$"));
-        QVERIFY2(!finestra.isEmpty(), "no start window");
-        xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), finestra});
-        QTest::qWait(300);
+        QVERIFY(!avviaConIlFuoco(quadrivo, lavoro.path()).isEmpty());
         // Key 0 on the number buttons reads "/" as a number: a type mismatch.
         xdotool({QStringLiteral("key"), QStringLiteral("0")});
         const QString avviso = cerca(QStringLiteral("^Quadrivo$"));
@@ -127,8 +138,7 @@ private slots:
         xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), avviso});
         QTest::qWait(200);
         xdotool({QStringLiteral("key"), QStringLiteral("Return")});
-        if (quadrivo.state() != QProcess::NotRunning)
-            QVERIFY2(quadrivo.waitForFinished(30000), "the program did not end");
+        aspettaLaFine(quadrivo);
         QCOMPARE(quadrivo.exitStatus(), QProcess::NormalExit);
         QCOMPARE(quadrivo.exitCode(), 1);
         const QString errore = QString::fromLocal8Bit(quadrivo.readAllStandardError());

@@ -6,6 +6,7 @@
 #include "platform/controls/Line.h"
 #include "platform/controls/Menu.h"
 #include "platform/controls/Timer.h"
+#include "services/GruppoScelte.h"
 #include "start/FrmInizio.h"
 #include "start/frmIstruzioni.h"
 
@@ -336,13 +337,13 @@ private slots:
         stampa.setValue(true);
         stampa.SetFocus();
         QTRY_COMPARE(focusedControl(f()), &stampa);
-        QCOMPARE(stampa.BackColor(), frmOperativo::coloreFocus());
+        QCOMPARE(stampa.BackColor(), GruppoScelte::ColoreFocus());
         QVERIFY(!stampa.Value());
         ricomincia.setValue(true);
         key(Qt::Key_Tab);
         QCOMPARE(focusedControl(f()), &ricomincia);
-        QCOMPARE(stampa.BackColor(), frmOperativo::coloreSfondo());
-        QCOMPARE(ricomincia.BackColor(), frmOperativo::coloreFocus());
+        QCOMPARE(stampa.BackColor(), GruppoScelte::ColoreRiposo());
+        QCOMPARE(ricomincia.BackColor(), GruppoScelte::ColoreFocus());
         QVERIFY(!ricomincia.Value());
         stampa.setValue(true);
         stampa.SetFocus();

@@ -5,6 +5,7 @@
 #include "platform/controls/Label.h"
 #include "platform/controls/Menu.h"
 #include "platform/controls/OptionButton.h"
+#include "services/GruppoScelte.h"
 #include "services/frmSceltaStampante.h"
 #include "sheets/FrmStampaSchede.h"
 #include "sheets/SchedeTest.h"
@@ -116,8 +117,8 @@ private slots:
         QVERIFY(visibile("CmdStampaSchedaAlunni"));
         QVERIFY(visibile("CmdStampaSchedaDocenti"));
         QCOMPARE(focusedControl(*f), &opt("Option1", 0));
-        QCOMPARE(opt("Option1", 0).BackColor(), FrmStampaSchede::coloreFocus());
-        QCOMPARE(opt("Option1", 1).BackColor(), FrmStampaSchede::coloreSfondo());
+        QCOMPARE(opt("Option1", 0).BackColor(), GruppoScelte::ColoreFocus());
+        QCOMPARE(opt("Option1", 1).BackColor(), GruppoScelte::ColoreRiposo());
 
         const auto LblOp = f->array<Label>("LblOp");
         QCOMPARE(LblOp.Count(), 60);
@@ -167,8 +168,8 @@ private slots:
         QCOMPARE(caption("Label1"), descrizione);
         QVERIFY(abilitato("Frame22"));
         QCOMPARE(focusedControl(*f), &opt("Option2", 0));
-        QCOMPARE(opt("Option2", 0).BackColor(), FrmStampaSchede::coloreFocus());
-        QCOMPARE(opt("Option1", spazi).BackColor(), FrmStampaSchede::coloreSfondo());
+        QCOMPARE(opt("Option2", 0).BackColor(), GruppoScelte::ColoreFocus());
+        QCOMPARE(opt("Option1", spazi).BackColor(), GruppoScelte::ColoreRiposo());
         // Only a mouse choice touches the rows and the step labels.
         QCOMPARE(s().NumeroRighe.value(), 30);
         QCOMPARE(f->get<Label>("Label3", 0).ForeColor(), Rosso);
@@ -262,13 +263,13 @@ private slots:
     {
         key(Qt::Key_Space);
         QCOMPARE(focusedControl(*f), &opt("Option1", 1));
-        QCOMPARE(opt("Option1", 0).BackColor(), FrmStampaSchede::coloreSfondo());
-        QCOMPARE(opt("Option1", 1).BackColor(), FrmStampaSchede::coloreFocus());
+        QCOMPARE(opt("Option1", 0).BackColor(), GruppoScelte::ColoreRiposo());
+        QCOMPARE(opt("Option1", 1).BackColor(), GruppoScelte::ColoreFocus());
         key(Qt::Key_Space);
         key(Qt::Key_Space);
         QCOMPARE(focusedControl(*f), &opt("Option1", 0));
-        QCOMPARE(opt("Option1", 0).BackColor(), FrmStampaSchede::coloreFocus());
-        QCOMPARE(opt("Option1", 2).BackColor(), FrmStampaSchede::coloreSfondo());
+        QCOMPARE(opt("Option1", 0).BackColor(), GruppoScelte::ColoreFocus());
+        QCOMPARE(opt("Option1", 2).BackColor(), GruppoScelte::ColoreRiposo());
         QCOMPARE(s().TipoNumeri.value(), 0);
     }
 

@@ -4,6 +4,7 @@
 #include "start/FileLivelli.h"
 #include "start/FrmInizio.h"
 #include "start/SequentialFile.h"
+#include "support/FileTest.h"
 #include "support/ScreenTest.h"
 #include "support/TestDoubles.h"
 
@@ -15,41 +16,13 @@
 #include <QTest>
 #include <cmath>
 #include <csignal>
-#include <fcntl.h>
-#include <linux/fs.h>
 #include <optional>
-#include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
+using namespace FileTest;
+
 namespace {
-
-const QByteArray DefaultLines = QByteArrayLiteral("16763135\r\n"
-                                                  "\r\n"
-                                                  "328965\r\n"
-                                                  "False\r\n"
-                                                  "False\r\n"
-                                                  "False\r\n"
-                                                  "16763135\r\n"
-                                                  "16724735\r\n"
-                                                  " 4\r\n"
-                                                  " 4\r\n"
-                                                  " 9\r\n");
-
-QByteArray readAll(const QString &path)
-{
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly))
-        return QByteArrayLiteral("<missing>");
-    return f.readAll();
-}
-
-void writeAll(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    QCOMPARE(f.write(bytes), bytes.size());
-}
 
 // The state the defaults button leaves.
 void setDefaults(StatoCondiviso &s)
@@ -97,36 +70,6 @@ std::optional<int> expectedFamily(const QByteArray &content)
 
 // Makes a directory refuse new entries even to root (immutable attribute),
 // and takes it back when it goes.
-class ImmutableDir
-{
-public:
-    explicit ImmutableDir(const QString &path) : m_path(path) { m_set = setFlag(true); }
-    ~ImmutableDir()
-    {
-        if (m_set)
-            setFlag(false);
-    }
-    bool isSet() const { return m_set; }
-
-private:
-    bool setFlag(bool on)
-    {
-        const int fd = ::open(QFile::encodeName(m_path).constData(), O_RDONLY | O_DIRECTORY);
-        if (fd < 0)
-            return false;
-        int flags = 0;
-        bool ok = ::ioctl(fd, FS_IOC_GETFLAGS, &flags) == 0;
-        if (ok) {
-            flags = on ? (flags | FS_IMMUTABLE_FL) : (flags & ~FS_IMMUTABLE_FL);
-            ok = ::ioctl(fd, FS_IOC_SETFLAGS, &flags) == 0;
-        }
-        ::close(fd);
-        return ok;
-    }
-    QString m_path;
-    bool m_set = false;
-};
-
 // Limits the size of any file this process writes, so a write runs out of
 // room half-way as on a full disk; restored when it goes.
 class FileSizeLimit

@@ -8,6 +8,7 @@
 #include "platform/controls/OptionButton.h"
 #include "platform/controls/PictureBox.h"
 #include "platform/controls/Timer.h"
+#include "services/GruppoScelte.h"
 #include "sheets/FrmStampaSchede.h"
 #include "start/FrmInizio.h"
 #include "start/FrmOpzioni.h"
@@ -86,8 +87,8 @@ private slots:
         QVERIFY(!f->get<Frame>("Frame2").Enabled());
         QVERIFY(!f->get<Frame>("Frame3").Enabled());
         QCOMPARE(focusedControl(*f), &opt(*f, "Option1", 0));
-        QCOMPARE(opt(*f, "Option1", 0).BackColor(), FrmInizio::coloreFocus());
-        QCOMPARE(opt(*f, "Option1", 1).BackColor(), FrmInizio::coloreSfondo());
+        QCOMPARE(opt(*f, "Option1", 0).BackColor(), GruppoScelte::ColoreFocus());
+        QCOMPARE(opt(*f, "Option1", 1).BackColor(), GruppoScelte::ColoreRiposo());
     }
 
     void clickingTheCreditLineCyclesTheFamilies()
@@ -151,8 +152,8 @@ private slots:
         QCOMPARE(focusedControl(*f), &opt(*f, "Option1", 1));
         key(Qt::Key_Space);
         QCOMPARE(focusedControl(*f), &opt(*f, "Option1", 2));
-        QCOMPARE(opt(*f, "Option1", 2).BackColor(), FrmInizio::coloreFocus());
-        QCOMPARE(opt(*f, "Option1", 1).BackColor(), FrmInizio::coloreSfondo());
+        QCOMPARE(opt(*f, "Option1", 2).BackColor(), GruppoScelte::ColoreFocus());
+        QCOMPARE(opt(*f, "Option1", 1).BackColor(), GruppoScelte::ColoreRiposo());
         key(Qt::Key_Space);
         QCOMPARE(focusedControl(*f), &opt(*f, "Option1", 0));
         QCOMPARE((*t)->stato.TipoNumeri.value(), 0);

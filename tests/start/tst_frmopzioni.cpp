@@ -6,6 +6,7 @@
 #include "platform/controls/Label.h"
 #include "platform/controls/OptionButton.h"
 #include "start/FrmOpzioni.h"
+#include "support/FileTest.h"
 #include "support/ScreenTest.h"
 #include "support/TestDoubles.h"
 
@@ -14,20 +15,13 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
-#include <fcntl.h>
-#include <linux/fs.h>
 #include <optional>
-#include <sys/ioctl.h>
-#include <unistd.h>
 
+using namespace FileTest;
 using namespace ScreenTest;
 
 namespace {
 
-const QByteArray DefaultLines = QByteArrayLiteral("16763135\r\n\r\n328965\r\n"
-                                                  "False\r\nFalse\r\nFalse\r\n"
-                                                  "16763135\r\n16724735\r\n"
-                                                  " 4\r\n 4\r\n 9\r\n");
 // What a fresh screen stores: the design's choices, pure black text.
 const QByteArray DesignLines = QByteArrayLiteral("16763135\r\n\r\n0\r\n"
                                                  "False\r\nFalse\r\nFalse\r\n"
@@ -41,51 +35,6 @@ QString value(int r, int g, int b)
 {
     return QString::number(r + 256 * g + 65536 * b);
 }
-
-QByteArray readAll(const QString &path)
-{
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly))
-        return QByteArrayLiteral("<missing>");
-    return f.readAll();
-}
-
-void writeAll(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    QCOMPARE(f.write(bytes), bytes.size());
-}
-
-// Makes a directory refuse new entries even to root (immutable attribute).
-class ImmutableDir
-{
-public:
-    explicit ImmutableDir(const QString &path) : m_path(path) { m_set = setFlag(true); }
-    ~ImmutableDir()
-    {
-        if (m_set)
-            setFlag(false);
-    }
-
-private:
-    bool setFlag(bool on)
-    {
-        const int fd = ::open(QFile::encodeName(m_path).constData(), O_RDONLY | O_DIRECTORY);
-        if (fd < 0)
-            return false;
-        int flags = 0;
-        bool ok = ::ioctl(fd, FS_IOC_GETFLAGS, &flags) == 0;
-        if (ok) {
-            flags = on ? (flags | FS_IMMUTABLE_FL) : (flags & ~FS_IMMUTABLE_FL);
-            ok = ::ioctl(fd, FS_IOC_SETFLAGS, &flags) == 0;
-        }
-        ::close(fd);
-        return ok;
-    }
-    QString m_path;
-    bool m_set = false;
-};
 
 } // namespace
 
