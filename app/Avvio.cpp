@@ -1,4 +1,5 @@
 #include "app/Avvio.h"
+#include "app/ProntoEInattivo.h"
 
 #include "core/AppContext.h"
 #include "drill/frmOperativo.h"
@@ -48,6 +49,11 @@ int esegui(int argc, char *argv[])
     ctx.runHandler([&] { ctx.form<FrmInizio>().Show(); });
     if (ctx.screens().loaded().isEmpty())
         return 0;
+    // Start-up check (packaging test, benchmark): once the start screen is
+    // drawn and idle, close every screen the normal way and end.
+    if (QCoreApplication::arguments().contains(QStringLiteral("--prova-avvio")))
+        quandoProntoEInattivo(ctx.screens().loaded().first(),
+                              [&ctx] { ctx.screens().unloadAll(); });
     return app.exec();
 }
 

@@ -11,6 +11,8 @@ QUADRIVO_PACKAGES=(
     xvfb xdotool
     # the drill's chime: plain ALSA
     libasound2-dev
+    # packaging: checks of the desktop entry and metainfo, the .deb's dependencies
+    desktop-file-utils appstream dpkg-dev
 )
 
 ensure_packages() {
