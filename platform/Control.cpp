@@ -1,5 +1,6 @@
 #include "platform/Control.h"
 
+#include "platform/Accessibility.h"
 #include "platform/Form.h"
 #include "platform/KeyCodes.h"
 #include "platform/RuntimeError.h"
@@ -61,6 +62,8 @@ void Control::setWidget(QWidget *widget)
         return;
     widget->setObjectName(objectName());
     widget->installEventFilter(&m_form);
+    Accessibility::describe(widget, m_kind);
+    applyAccessibleName();
     widget->setEnabled(m_enabled);
     applyColors();
     applyGeometry();
@@ -143,8 +146,10 @@ void Control::setCaption(const QString &caption)
 {
     const bool changed = caption != m_caption;
     m_caption = caption;
-    if (m_widget)
+    if (m_widget) {
         m_widget->update();
+        applyAccessibleName();
+    }
     if (changed && m_kind == ControlKind::Label)
         raiseChange();
 }
@@ -256,8 +261,68 @@ QString Control::ToolTipText() const
 
 void Control::setToolTipText(const QString &tip)
 {
-    if (m_widget)
+    if (m_widget) {
         m_widget->setToolTip(tip);
+        applyAccessibleName();
+    }
+}
+
+namespace {
+
+QString kindWord(ControlKind kind)
+{
+    switch (kind) {
+    case ControlKind::Label:
+        return QStringLiteral("Etichetta");
+    case ControlKind::Frame:
+        return QStringLiteral("Riquadro");
+    case ControlKind::OptionButton:
+        return QStringLiteral("Scelta");
+    case ControlKind::CommandButton:
+        return QStringLiteral("Pulsante");
+    case ControlKind::TextBox:
+        return QStringLiteral("Casella di testo");
+    case ControlKind::PictureBox:
+        return QStringLiteral("Disegno");
+    case ControlKind::Image:
+        return QStringLiteral("Immagine");
+    case ControlKind::Line:
+        return QStringLiteral("Linea");
+    case ControlKind::Shape:
+        return QStringLiteral("Forma");
+    case ControlKind::ComboBox:
+        return QStringLiteral("Elenco");
+    case ControlKind::Timer:
+        return QStringLiteral("Timer");
+    case ControlKind::Menu:
+        return QStringLiteral("Menu");
+    }
+    return {};
+}
+
+} // namespace
+
+QString Control::accessibleName() const
+{
+    const bool captionIsContent = m_kind == ControlKind::TextBox || m_kind == ControlKind::ComboBox;
+    if (!captionIsContent) {
+        const QString caption = m_caption.trimmed();
+        if (!caption.isEmpty())
+            return caption;
+    }
+    const QString tip = ToolTipText();
+    if (!tip.isEmpty())
+        return tip;
+    QString name = kindWord(m_kind) + QLatin1Char(' ') + m_name;
+    if (m_index >= 0)
+        name += QLatin1Char('(') + QString::number(m_index) + QLatin1Char(')');
+    return name;
+}
+
+void Control::applyAccessibleName()
+{
+    if (m_widget)
+        m_widget->setAccessibleName(accessibleName());
 }
 
 void Control::SetFocus()

@@ -73,6 +73,12 @@ public:
     QString ToolTipText() const;
     void setToolTipText(const QString &tip);
 
+    // What assistive tools call the control: its caption; for a control
+    // without one (pictures, lines, a blank label, a text box whose caption
+    // is its content) its hint, else what it is and its name ("Immagine
+    // Image1(3)").
+    QString accessibleName() const;
+
     // Gives the control the focus. A disabled control, or one in a disabled
     // frame, raises "invalid procedure call". On a screen not shown yet the
     // focus is taken when the screen is shown.
@@ -104,6 +110,7 @@ public:
 protected:
     void setWidget(QWidget *widget);
     void applyGeometry();
+    void applyAccessibleName();
     virtual void applyColors();
     void unsupported() const;
     QWidget *parentWidget() const;
