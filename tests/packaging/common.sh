@@ -1,0 +1,76 @@
+# Shared by the packaging tests (sourced): failing with a message, the files
+# an installation must hold, and the start-up check.
+
+fail() {
+    echo "FAIL: $*" >&2
+    exit 1
+}
+
+need() {
+    command -v "$1" >/dev/null || fail "$1 not found (install the Debian package $2)"
+}
+
+# expected_files <app id> <icon size>...: the files under the installation
+# prefix, sorted.
+expected_files() {
+    local id=$1 size
+    shift
+    {
+        echo bin/Quadrivo
+        echo "share/applications/$id.desktop"
+        echo "share/metainfo/$id.metainfo.xml"
+        echo "share/icons/hicolor/scalable/apps/$id.svg"
+        for size in "$@"; do
+            echo "share/icons/hicolor/${size}x${size}/apps/$id.png"
+        done
+    } | LC_ALL=C sort
+}
+
+# check_file_list <what> <app id> <icon size>... with the found files, one per
+# line, on stdin.
+check_file_list() {
+    local what=$1
+    shift
+    diff -u <(expected_files "$@") <(LC_ALL=C sort) ||
+        fail "$what: the files differ from the expected ones (- expected, + found)"
+}
+
+# png_size <file>: "<width>x<height>" from the PNG header.
+png_size() {
+    local sig
+    sig=$(od -An -tx1 -N16 "$1" | tr -d ' \n')
+    [ "$sig" = 89504e470d0a1a0a0000000d49484452 ] || { echo "not a PNG"; return; }
+    local b=($(od -An -tu1 -j16 -N8 "$1"))
+    echo "$(( (b[0] << 24) | (b[1] << 16) | (b[2] << 8) | b[3] ))x$(( (b[4] << 24) | (b[5] << 16) | (b[6] << 8) | b[7] ))"
+}
+
+# check_tree <prefix> <app id> <icon size>...: the program is executable, the
+# desktop entry names it and the icon, each PNG has its size, the SVG is one.
+check_tree() {
+    local prefix=$1 id=$2 size got
+    shift 2
+    [ -x "$prefix/bin/Quadrivo" ] || fail "$prefix/bin/Quadrivo is not executable"
+    local desktop=$prefix/share/applications/$id.desktop
+    grep -qx "Exec=Quadrivo" "$desktop" || fail "$desktop: no Exec=Quadrivo"
+    grep -qx "Icon=$id" "$desktop" || fail "$desktop: no Icon=$id"
+    grep -q "<id>$id</id>" "$prefix/share/metainfo/$id.metainfo.xml" ||
+        fail "the metainfo's id is not $id"
+    for size in "$@"; do
+        got=$(png_size "$prefix/share/icons/hicolor/${size}x${size}/apps/$id.png")
+        [ "$got" = "${size}x${size}" ] || fail "the ${size}x${size} icon is $got"
+    done
+    grep -q '<svg ' "$prefix/share/icons/hicolor/scalable/apps/$id.svg" ||
+        fail "the scalable icon is not an SVG"
+}
+
+# check_starts <program> <scratch dir>: the program opens its start screen
+# offscreen and closes by itself with status 0. It runs in the scratch
+# directory because it writes its settings file where it is started.
+check_starts() {
+    local program=$1 dir=$2 status=0
+    mkdir -p "$dir/run" && chmod 700 "$dir/run"
+    (cd "$dir" && QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR="$dir/run" \
+        timeout -k 5 20 "$program" --prova-avvio) || status=$?
+    [ "$status" -ne 124 ] || fail "$program --prova-avvio did not end within 20 s"
+    [ "$status" -eq 0 ] || fail "$program --prova-avvio ended with status $status"
+}
