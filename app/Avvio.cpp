@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QIcon>
 #include <cstdio>
 
 namespace Avvio {
@@ -25,6 +26,10 @@ bool displayDisponibile()
 void preparaApplicazione()
 {
     QApplication::setApplicationName(QStringLiteral("Quadrivo"));
+    // The installed desktop entry and icon carry this id; desktops match
+    // the window to them by it.
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.quadrivo.Quadrivo"));
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("org.quadrivo.Quadrivo")));
     QApplication::setStyle(QStringLiteral("Fusion"));
     Fonts::installSubstitutions();
 }

@@ -31,10 +31,11 @@ ensure_packages() {
     fi
 }
 
-# Configures $build_dir (default build/) with Ninja when it is not yet.
+# Configures $build_dir (default build/) with Ninja when it is not yet;
+# extra arguments go to cmake.
 ensure_build_dir() {
     build_dir=${BUILD_DIR:-build}
     if [ ! -f "$build_dir/build.ninja" ]; then
-        cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=${BUILD_TYPE:-RelWithDebInfo}
+        cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=${BUILD_TYPE:-RelWithDebInfo} "$@"
     fi
 }

@@ -52,6 +52,15 @@ struct Azione
     Qt::KeyboardModifiers modificatori;
 };
 
+Azione azione(const QString &descrizione, const QString &schermo, const QString &controllo = {})
+{
+    Azione a;
+    a.descrizione = descrizione;
+    a.schermo = schermo;
+    a.controllo = controllo;
+    return a;
+}
+
 // The run-time errors the program raises on purpose, each on one input.
 bool erroreAtteso(RuntimeError::Code code, const Azione &a)
 {
@@ -318,10 +327,8 @@ private:
         if (attivi.empty())
             return;
         Timer *t = attivi[draw(m_rng, int(attivi.size()))];
-        m_ultima = {.descrizione = QStringLiteral("timer %1.%2").arg(t->form().formName(),
-                                                                      t->objectName()),
-                    .schermo = t->form().formName(),
-                    .controllo = t->objectName()};
+        m_ultima = azione(QStringLiteral("timer %1.%2").arg(t->form().formName(), t->objectName()),
+                          t->form().formName(), t->objectName());
         annota(m_ultima.descrizione);
         m_vita->ctx->runHandler([t] { t->tick(); });
     }
@@ -338,8 +345,7 @@ private:
         if (visibili.isEmpty())
             return;
         Form *f = visibili[draw(m_rng, int(visibili.size()))];
-        m_ultima = {.descrizione = QStringLiteral("passa a %1").arg(f->formName()),
-                    .schermo = f->formName()};
+        m_ultima = azione(QStringLiteral("passa a %1").arg(f->formName()), f->formName());
         annota(m_ultima.descrizione);
         f->activateWindow();
         QApplication::setActiveWindow(f);
@@ -355,25 +361,31 @@ private:
             QWidget *widget;
             QRect area; // in the widget's coordinates
             QString nome;
+            int peso; // buttons and menus draw the eye more than labels
         };
         std::vector<Bersaglio> bersagli;
         for (Control *c : form->Controls()) {
             QWidget *w = c->widget();
             if (!w || !w->isVisible() || !c->usable() || c->kind() == ControlKind::Line)
                 continue;
-            bersagli.push_back({w, w->rect(), c->objectName()});
+            const bool pulsante = c->kind() == ControlKind::OptionButton ||
+                                  c->kind() == ControlKind::CommandButton;
+            bersagli.push_back({w, w->rect(), c->objectName(), pulsante ? 4 : 1});
         }
         if (auto *barra = form->findChild<QMenuBar *>(); barra && barra->isVisible())
             for (QAction *a : barra->actions())
                 if (a->isVisible() && a->isEnabled())
-                    bersagli.push_back({barra, barra->actionGeometry(a), a->objectName()});
+                    bersagli.push_back({barra, barra->actionGeometry(a), a->objectName(), 4});
         if (bersagli.empty())
             return tastoACaso(finestra);
-        const Bersaglio &b = bersagli[draw(m_rng, int(bersagli.size()))];
+        std::vector<int> pesi;
+        for (const Bersaglio &b : bersagli)
+            pesi.push_back(b.peso);
+        const Bersaglio &b =
+            bersagli[std::discrete_distribution<int>(pesi.begin(), pesi.end())(m_rng)];
         const QPoint centro = b.widget->mapTo(form, b.area.center());
-        m_ultima = {.descrizione = QStringLiteral("clic su %1.%2").arg(form->formName(), b.nome),
-                    .schermo = form->formName(),
-                    .controllo = b.nome};
+        m_ultima = azione(QStringLiteral("clic su %1.%2").arg(form->formName(), b.nome),
+                          form->formName(), b.nome);
         annota(m_ultima.descrizione);
         QTest::mouseClick(form->windowHandle(), Qt::LeftButton, Qt::NoModifier, centro);
     }
@@ -387,9 +399,8 @@ private:
         if (voci.isEmpty())
             return tasto(menu, Qt::Key_Escape, {});
         QAction *a = voci[draw(m_rng, int(voci.size()))];
-        m_ultima = {.descrizione = QStringLiteral("menu %1").arg(a->objectName()),
-                    .schermo = schermoDi(menu),
-                    .controllo = a->objectName()};
+        m_ultima = azione(QStringLiteral("menu %1").arg(a->objectName()), schermoDi(menu),
+                          a->objectName());
         annota(m_ultima.descrizione);
         QTest::mouseClick(menu->windowHandle(), Qt::LeftButton, Qt::NoModifier,
                           menu->actionGeometry(a).center());
@@ -429,15 +440,13 @@ private:
     {
         QWidget *fuoco = QApplication::focusWidget();
         const QString controllo = fuoco ? fuoco->objectName() : QString();
-        m_ultima = {.descrizione = QStringLiteral("tasto %1%2 su %3.%4")
-                                       .arg(mod & Qt::KeypadModifier ? QStringLiteral("tastierino ")
-                                                                     : QString(),
-                                            QKeySequence(k).toString(), schermoDi(finestra),
-                                            controllo),
-                    .schermo = schermoDi(finestra),
-                    .controllo = controllo,
-                    .tasto = k,
-                    .modificatori = mod};
+        m_ultima = azione(QStringLiteral("tasto %1%2 su %3.%4")
+                              .arg(mod & Qt::KeypadModifier ? QStringLiteral("tastierino ")
+                                                            : QString(),
+                                   QKeySequence(k).toString(), schermoDi(finestra), controllo),
+                          schermoDi(finestra), controllo);
+        m_ultima.tasto = k;
+        m_ultima.modificatori = mod;
         annota(m_ultima.descrizione);
         QTest::keyClick(finestra->windowHandle(), k, mod);
     }
