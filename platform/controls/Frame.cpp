@@ -11,6 +11,9 @@ public:
     FrameWidget(Frame *frame, QWidget *parent) : QWidget(parent), m_frame(frame)
     {
         setAutoFillBackground(false);
+        // Every paint fills the whole frame: what lies under it (the drill's
+        // overlay frames share one place) need not be painted first.
+        setAttribute(Qt::WA_OpaquePaintEvent);
         setFocusPolicy(Qt::NoFocus);
     }
 
