@@ -5,7 +5,7 @@
 //   bench_scheda [--ripetizioni N] [--senza-obiettivi]
 //
 // Each repetition is a fresh context, screen and output directory.
-#include "Misure.h"
+#include "InProcesso.h"
 
 #include "app/Avvio.h"
 #include "core/FamiglieSimboli.h"
@@ -107,28 +107,5 @@ double unaScheda()
 
 int main(int argc, char *argv[])
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    const Misure::Opzioni o = Misure::leggiOpzioni(argc, argv, 15);
-    QApplication app(argc, argv);
-    Avvio::preparaApplicazione();
-
-    std::vector<double> tempi;
-    for (int i = 0; i < o.ripetizioni; ++i) {
-        const double ms = unaScheda();
-        if (ms < 0)
-            return Misure::Errore;
-        tempi.push_back(ms);
-        ScreenTest::settle();
-    }
-    std::fprintf(stderr, "sheet: min/median/max %.1f/%.1f/%.1f ms, first %.1f ms\n",
-                 Misure::minimo(tempi), Misure::mediana(tempi), Misure::massimo(tempi),
-                 tempi.front());
-
-    const double mediana = Misure::mediana(tempi);
-    const bool raggiunto = Misure::riga(
-        "30-row teachers' sheet built and printed to PDF (median of " +
-            std::to_string(o.ripetizioni) + ")",
-        Misure::formato("%.0f ms", mediana), "< 150 ms", mediana < 150);
-    return Misure::esito(o, raggiunto);
+    return Misure::inProcesso(argc, argv, "sheet", "30-row teachers' sheet built and printed to PDF", 150, unaScheda);
 }

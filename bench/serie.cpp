@@ -7,7 +7,7 @@
 // Every fifth exercise from the third starts with a wrong answer and a
 // refused help, then the right one; every fifth from the fourth is wrong and
 // the pupil accepts the help. Each repetition is a fresh context and screen.
-#include "Misure.h"
+#include "InProcesso.h"
 
 #include "app/Avvio.h"
 #include "core/FamiglieSimboli.h"
@@ -41,32 +41,7 @@ public:
     void si() { clic(m_schermo.get<CommandButton>("Command3", 1)); }
     void no() { clic(m_schermo.get<CommandButton>("Command3", 2)); }
 
-    // The keys that type `risposta`: each digit, and the symbol key whose
-    // caption stands next (the longest, when two would fit).
-    QList<int> tastiPer(const QString &risposta)
-    {
-        QList<int> tasti;
-        qsizetype i = 0;
-        while (i < risposta.size()) {
-            if (risposta[i].isDigit()) {
-                tasti << risposta[i].digitValue();
-                ++i;
-                continue;
-            }
-            int trovato = -1;
-            for (int k = 10; k <= 13; ++k) {
-                const QString c = tasto(k).Caption();
-                if (!c.isEmpty() && risposta.mid(i).startsWith(c) &&
-                    (trovato < 0 || c.size() > tasto(trovato).Caption().size()))
-                    trovato = k;
-            }
-            if (trovato < 0)
-                return {};
-            tasti << trovato;
-            i += tasto(trovato).Caption().size();
-        }
-        return tasti;
-    }
+    QList<int> tastiPer(const QString &risposta) { return m_schermo.TastiPer(risposta); }
 
     bool scrivi(QList<int> tasti)
     {
@@ -154,28 +129,5 @@ double unaSerie()
 
 int main(int argc, char *argv[])
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    const Misure::Opzioni o = Misure::leggiOpzioni(argc, argv, 15);
-    QApplication app(argc, argv);
-    Avvio::preparaApplicazione();
-
-    std::vector<double> tempi;
-    for (int i = 0; i < o.ripetizioni; ++i) {
-        const double ms = unaSerie();
-        if (ms < 0)
-            return Misure::Errore;
-        tempi.push_back(ms);
-        ScreenTest::settle();
-    }
-    std::fprintf(stderr, "series: min/median/max %.1f/%.1f/%.1f ms, first %.1f ms\n",
-                 Misure::minimo(tempi), Misure::mediana(tempi), Misure::massimo(tempi),
-                 tempi.front());
-
-    const double mediana = Misure::mediana(tempi);
-    const bool raggiunto = Misure::riga(
-        "20-exercise series through keypad clicks (median of " + std::to_string(o.ripetizioni) +
-            ")",
-        Misure::formato("%.0f ms", mediana), "< 200 ms", mediana < 200);
-    return Misure::esito(o, raggiunto);
+    return Misure::inProcesso(argc, argv, "series", "20-exercise series through keypad clicks", 200, unaSerie);
 }

@@ -394,6 +394,31 @@ void frmOperativo::ApriResoconto()
 
 // ---- Keypad and checking ----
 
+QList<int> frmOperativo::TastiPer(const QString &testo)
+{
+    QList<int> tasti;
+    qsizetype i = 0;
+    while (i < testo.size()) {
+        if (testo[i].isDigit()) {
+            tasti << testo[i].digitValue();
+            ++i;
+            continue;
+        }
+        int trovato = -1;
+        for (int k = 10; k <= 13; ++k) {
+            const QString c = Command1(k).Caption();
+            if (!c.isEmpty() && testo.mid(i).startsWith(c) &&
+                (trovato < 0 || c.size() > Command1(trovato).Caption().size()))
+                trovato = k;
+        }
+        if (trovato < 0)
+            break;
+        tasti << trovato;
+        i += Command1(trovato).Caption().size();
+    }
+    return tasti;
+}
+
 void frmOperativo::TastiNo()
 {
     StatoCondiviso &s = m_ctx.stato;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QList>
+
 #include "platform/Form.h"
 #include "platform/controls/CommandButton.h"
 #include "platform/controls/Frame.h"
@@ -33,6 +35,10 @@ public:
 
     // Puts the keypad into its digit-expected state.
     void TastiNo();
+    // The keypad keys (indexes of Command1) that type `testo`: each digit,
+    // and the symbol key whose caption stands next (the longest, when two
+    // fit). Stops before the first part no key types.
+    QList<int> TastiPer(const QString &testo);
     // Plays the program's chime from its resources, without waiting for it.
     void SuonaRisorsa();
     QString FormattaConMigliaia(double X);

@@ -59,32 +59,6 @@ void apriTendina(FrmInizio &inizio)
 
 // ---- Drill screen ----
 
-// The keypad buttons that type `testo`: each digit, and the family's symbol
-// that stands at each other place.
-QList<int> tastiPer(const StatoCondiviso &s, const QString &testo)
-{
-    const QString simboli[] = {s.Simbolo1, s.Simbolo2, s.Simbolo3, s.Simbolo4};
-    QList<int> tasti;
-    qsizetype i = 0;
-    while (i < testo.size()) {
-        if (testo[i].isDigit()) {
-            tasti << testo[i].digitValue();
-            ++i;
-            continue;
-        }
-        int trovato = -1;
-        for (int k = 0; k < 4; ++k)
-            if (!simboli[k].isEmpty() && testo.mid(i).startsWith(simboli[k]) &&
-                (trovato < 0 || simboli[k].size() > simboli[trovato].size()))
-                trovato = k;
-        if (trovato < 0)
-            break;
-        tasti << 10 + trovato;
-        i += simboli[trovato].size();
-    }
-    return tasti;
-}
-
 void premi(Form &schermo, const char *nome, int indice = -1)
 {
     QWidget *w = schermo.get<Control>(nome, indice).widget();
@@ -113,7 +87,7 @@ void scattiOperativo(AppContext &ctx)
     QApplication::processEvents();
     salva(f, QStringLiteral("frmOperativo-start"));
 
-    scrivi(f, tastiPer(s, s.Risposta).mid(0, 3));
+    scrivi(f, f.TastiPer(s.Risposta).mid(0, 3));
     salva(f, QStringLiteral("frmOperativo-answering"));
 
     premi(f, "Command1", 14);
@@ -131,13 +105,13 @@ void scattiOperativo(AppContext &ctx)
     salva(f, QStringLiteral("frmOperativo-solution"));
 
     premi(f, "Command1", 16);
-    scrivi(f, tastiPer(s, s.Risposta));
+    scrivi(f, f.TastiPer(s.Risposta));
     premi(f, "Command1", 15);
     salva(f, QStringLiteral("frmOperativo-right"));
 
     while (s.NumeroEsercizio < 20) {
         premi(f, "Command1", 16);
-        scrivi(f, tastiPer(s, s.Risposta));
+        scrivi(f, f.TastiPer(s.Risposta));
         premi(f, "Command1", 15);
     }
     salva(f, QStringLiteral("frmOperativo-end"));

@@ -69,35 +69,8 @@ public:
     void no() { ScreenTest::click(schermo().get<CommandButton>("Command3", 2)); }
     void ok() { ScreenTest::click(schermo().get<OptionButton>("optOK")); }
 
-    // The keys that type `risposta`: each digit, and the symbol key whose
-    // caption stands at each other place.
-    QList<int> tastiPer(const QString &risposta)
-    {
-        QList<int> tasti;
-        qsizetype i = 0;
-        while (i < risposta.size()) {
-            if (risposta[i].isDigit()) {
-                tasti << risposta[i].digitValue();
-                ++i;
-                continue;
-            }
-            int trovato = -1;
-            for (int k = 10; k <= 13; ++k) {
-                const QString c = tasto(k).Caption();
-                if (!c.isEmpty() && risposta.mid(i).startsWith(c) &&
-                    (trovato < 0 || c.size() > tasto(trovato).Caption().size()))
-                    trovato = k;
-            }
-            if (trovato < 0) {
-                qWarning("no key types %s", qPrintable(risposta.mid(i)));
-                return tasti;
-            }
-            tasti << trovato;
-            i += tasto(trovato).Caption().size();
-        }
-        return tasti;
-    }
-
+    // The keys that type `risposta`.
+    QList<int> tastiPer(const QString &risposta) { return schermo().TastiPer(risposta); }
     void scrivi(const QString &risposta)
     {
         for (int t : tastiPer(risposta))
