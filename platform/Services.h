@@ -58,6 +58,8 @@ public:
     // test that installs its own never touches the printing system.
     Printers &printers();
     void setPrinters(std::unique_ptr<Printers> printers);
+    // Whether the printers have been looked up yet (start-up never does).
+    bool printersLookedUp() const { return m_printers != nullptr; }
     // The current printer, on which every printout goes.
     Printer &printer();
 

@@ -54,7 +54,14 @@ class TestAvvio : public QObject
             QTest::qFail("no window titled SISTEMA DECIMALE: scomposizione", __FILE__, __LINE__);
             return {};
         }
-        xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), id});
+        // Without a window manager the focus can be slow to land on a loaded
+        // machine: keys sent before it would go nowhere.
+        for (int i = 0; i < 50; ++i) {
+            xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), id});
+            if (xdotool({QStringLiteral("getwindowfocus")}) == id)
+                break;
+            QTest::qWait(100);
+        }
         QTest::qWait(300);
         return id;
     }
@@ -121,6 +128,8 @@ private slots:
             QTest::qWait(250);
         }
         aspettaLaFine(quadrivo);
+        QVERIFY2(quadrivo.state() == QProcess::NotRunning,
+                 qPrintable(QString::fromLocal8Bit(quadrivo.readAllStandardError())));
         QCOMPARE(quadrivo.exitStatus(), QProcess::NormalExit);
         QCOMPARE(quadrivo.exitCode(), 0);
     }

@@ -8,6 +8,7 @@
 #include "platform/controls/OptionButton.h"
 #include "platform/controls/PictureBox.h"
 #include "platform/controls/Timer.h"
+#include "platform/printing/Printers.h"
 #include "services/GruppoScelte.h"
 #include "sheets/FrmStampaSchede.h"
 #include "start/FrmInizio.h"
@@ -18,8 +19,10 @@
 #include "support/TestDoubles.h"
 
 #include <QAction>
+#include <QFile>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTemporaryDir>
 #include <QTimer>
 
 using namespace ScreenTest;
@@ -275,6 +278,23 @@ private slots:
         QCOMPARE(caption(*f, "Label2"), QString());
         QCOMPARE((*t)->stato.TipoNumeri.value(), 1);
         QCOMPARE((*t)->stato.DescrizioneSimboli, QStringLiteral(" simboli decrescenti"));
+    }
+
+    void startingNeverLooksUpThePrinters()
+    {
+        // A context as the program's own: the system's printers, looked up
+        // when first needed. No printing system answers here.
+        QTemporaryDir noCups;
+        qputenv("CUPS_SERVER", QFile::encodeName(noCups.filePath(QStringLiteral("cups.sock"))));
+        AppContext ctx;
+        FrmInizio &inizio = ctx.form<FrmInizio>();
+        QVERIFY(showActive(inizio));
+        settle();
+        QVERIFY(!ctx.printersLookedUp());
+        QVERIFY(ctx.printers().count() >= 1); // the PDF printer at least
+        QVERIFY(ctx.printersLookedUp());
+        ctx.screens().unloadAll();
+        qunsetenv("CUPS_SERVER");
     }
 
     void vaiOpensTheDrillOverTheStartScreen()
