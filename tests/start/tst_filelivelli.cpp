@@ -68,8 +68,6 @@ std::optional<int> expectedFamily(const QByteArray &content)
     return int(r);
 }
 
-// Makes a directory refuse new entries even to root (immutable attribute),
-// and takes it back when it goes.
 // Limits the size of any file this process writes, so a write runs out of
 // room half-way as on a full disk; restored when it goes.
 class FileSizeLimit
@@ -231,19 +229,9 @@ private slots:
     void aReadOnlyDirectoryIsAnErrorAndTheOldFileStays()
     {
         writeAll(file(), QByteArrayLiteral("old contents\r\n"));
-        QFile::setPermissions(dir->path(), QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup |
-                                               QFile::ExeGroup | QFile::ReadOther |
-                                               QFile::ExeOther);
-        // Permission bits do not stop root; the immutable attribute does.
-        std::optional<ImmutableDir> immutable;
-        if (::geteuid() == 0)
-            immutable.emplace(dir->path());
-        QFile probe(dir->filePath(QStringLiteral("probe")));
-        if (probe.open(QIODevice::WriteOnly)) {
-            probe.close();
-            probe.remove();
+        ReadOnlyDir readOnly(dir->path());
+        if (!readOnly.holds())
             QSKIP("this file system lets the directory be written whatever its mode");
-        }
 
         setDefaults(s());
         QCOMPARE(saveError([&] { FileLivelli::MemorizzaImpostazioni(ctx()); }),
@@ -254,8 +242,7 @@ private slots:
         QCOMPARE(entries(dir->path()), QStringList{QStringLiteral("Quadrivo.dat")});
         QVERIFY(!file1().isOpen());
 
-        immutable.reset();
-        QFile::setPermissions(dir->path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        readOnly.release();
         // Once the directory can be written again, so can the file.
         FileLivelli::MemorizzaImpostazioni(ctx());
         QCOMPARE(readAll(file()), DefaultLines);

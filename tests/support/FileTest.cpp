@@ -38,18 +38,40 @@ void writeAll(const QString &path, const QByteArray &bytes)
 
 } // namespace FileTest
 
-ImmutableDir::ImmutableDir(const QString &path) : m_path(path)
+ReadOnlyDir::ReadOnlyDir(const QString &path) : m_path(path)
 {
-    m_set = setFlag(true);
+    QFile::setPermissions(m_path, QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup |
+                                      QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther);
+    if (::geteuid() == 0)
+        m_immutable = setImmutable(true);
 }
 
-ImmutableDir::~ImmutableDir()
+ReadOnlyDir::~ReadOnlyDir()
 {
-    if (m_set)
-        setFlag(false);
+    release();
 }
 
-bool ImmutableDir::setFlag(bool on)
+bool ReadOnlyDir::holds() const
+{
+    QFile probe(m_path + QStringLiteral("/probe"));
+    if (!probe.open(QIODevice::WriteOnly))
+        return true;
+    probe.close();
+    probe.remove();
+    return false;
+}
+
+void ReadOnlyDir::release()
+{
+    if (m_released)
+        return;
+    m_released = true;
+    if (m_immutable)
+        setImmutable(false);
+    QFile::setPermissions(m_path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+bool ReadOnlyDir::setImmutable(bool on)
 {
     const int fd = ::open(QFile::encodeName(m_path).constData(), O_RDONLY | O_DIRECTORY);
     if (fd < 0)

@@ -16,19 +16,23 @@ void writeAll(const QString &path, const QByteArray &bytes);
 
 } // namespace FileTest
 
-// Makes a directory refuse new entries even to root (the immutable
-// attribute) while it lives; isSet() tells whether the file system let it.
-class ImmutableDir
+// Makes a directory read-only while it lives, even to root (whom mode bits
+// do not stop: the immutable attribute does); writable again afterwards or
+// after release(). holds() tells whether the file system really refuses a
+// new entry now.
+class ReadOnlyDir
 {
 public:
-    explicit ImmutableDir(const QString &path);
-    ~ImmutableDir();
-    ImmutableDir(const ImmutableDir &) = delete;
-    ImmutableDir &operator=(const ImmutableDir &) = delete;
-    bool isSet() const { return m_set; }
+    explicit ReadOnlyDir(const QString &path);
+    ~ReadOnlyDir();
+    ReadOnlyDir(const ReadOnlyDir &) = delete;
+    ReadOnlyDir &operator=(const ReadOnlyDir &) = delete;
+    bool holds() const;
+    void release();
 
 private:
-    bool setFlag(bool on);
+    bool setImmutable(bool on);
     QString m_path;
-    bool m_set = false;
+    bool m_immutable = false;
+    bool m_released = false;
 };
