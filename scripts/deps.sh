@@ -2,7 +2,7 @@
 # but only those that are missing, so a second run asks apt for nothing, and
 # configures the build directory the first time.
 QUADRIVO_PACKAGES=(
-    g++ cmake ninja-build
+    g++ cmake ninja-build ccache mold
     qt6-base-dev
     fonts-liberation2 fonts-dejavu-core fontconfig
     # printing: lp for CUPS queues; a private cupsd with a PDF pass-through
@@ -30,6 +30,11 @@ ensure_packages() {
         DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"
     fi
 }
+
+# ccache shares objects between clones and build directories only when paths
+# are taken relative to the clone.
+export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$PWD}
+export CCACHE_NOHASHDIR=${CCACHE_NOHASHDIR:-1}
 
 # Configures $build_dir (default build/) with Ninja when it is not yet;
 # extra arguments go to cmake.
