@@ -32,9 +32,11 @@ ensure_packages() {
 }
 
 # ccache shares objects between clones and build directories only when paths
-# are taken relative to the clone.
+# are taken relative to the clone, and reuses compiles that include a
+# precompiled header only with this sloppiness.
 export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$PWD}
 export CCACHE_NOHASHDIR=${CCACHE_NOHASHDIR:-1}
+export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros,include_file_mtime,include_file_ctime}
 
 # Configures $build_dir (default build/) with Ninja when it is not yet;
 # extra arguments go to cmake.
