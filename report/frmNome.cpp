@@ -75,6 +75,8 @@ void frmNome::Form_Load()
 {
     Resize::RegistraPosizioni(*this, Posizioni);
     Option4->setValue(false);
+    // AVANTI takes the keys: typing works at once, before any click.
+    Option4->SetFocus();
 }
 
 void frmNome::Form_Activate()

@@ -13,6 +13,8 @@ QUADRIVO_PACKAGES=(
     libasound2-dev
     # packaging: checks of the desktop entry and metainfo, the .deb's dependencies
     desktop-file-utils appstream dpkg-dev
+    # held keys on X11: XKB detectable auto-repeat through xcb
+    pkgconf libxcb-xkb-dev
 )
 
 ensure_packages() {
