@@ -27,6 +27,7 @@ protected:
 
     void printLine(const QString &text, double x, double y) override;
     void paintPicture(const QImage &picture, double x, double y) override;
+    void paintDrawing(const QSize &pixels, const Drawing &drawing, double x, double y) override;
     void endDocument() override;
 
     // Ends the painter of an open document without delivering it, true if
