@@ -76,8 +76,8 @@ QMarginsF CupsPrinter::printableMargins()
                             .arg(serverAuthority(server.output.trimmed()), m_queue);
     const BoundedProcess::Result attributes = BoundedProcess::run(
         QStringLiteral("ipptool"),
-        {QStringLiteral("-T"), QString::number(ServerTimeoutMs / 1000), QStringLiteral("-tv"), uri,
-         QStringLiteral("get-printer-attributes.test")},
+        {QStringLiteral("-T"), QString::number((ServerTimeoutMs + 999) / 1000),
+         QStringLiteral("-tv"), uri, QStringLiteral("get-printer-attributes.test")},
         ServerTimeoutMs);
     if (!attributes.succeeded())
         throw printerError(QStringLiteral("La stampante %1 non risponde: %2")

@@ -30,7 +30,7 @@ public:
     QString lastJob() const { return m_lastJob; }
 
     // Longest wait for one answer of the server.
-    static constexpr int ServerTimeoutMs = 4000;
+    static constexpr int ServerTimeoutMs = 3500;
 
 protected:
     QPagedPaintDevice &openDevice() override;
