@@ -3,6 +3,7 @@
 #include "core/AppContext.h"
 #include "platform/printing/Printers.h"
 
+#include <QScopeGuard>
 #include <QShowEvent>
 #include <QTimer>
 
@@ -83,11 +84,11 @@ void frmSceltaStampante::AggiornaElenco()
     // made is not changed by a new list.
     const QString mostrata = Combo1->Text();
     Aggiornamento = true;
+    const auto fine = qScopeGuard([this] { Aggiornamento = false; });
     Combo1->Clear();
     for (int i = 0; i < stampanti.count(); ++i)
         Combo1->AddItem(stampanti.at(i).DeviceName());
     Combo1->setListIndex(stampanti.indexOf(mostrata));
-    Aggiornamento = false;
 }
 
 void frmSceltaStampante::MostraStampantePredefinita()
