@@ -8,6 +8,8 @@ QUADRIVO_PACKAGES=(
     # printing: lp for CUPS queues; a private cupsd with a PDF pass-through
     # queue (pdftopdf, gziptoany) and poppler's tools to read printouts back
     cups-client cups-daemon cups-core-drivers cups-filters-core-drivers poppler-utils
+    # ipptool: the printable area of a queue
+    cups-ipp-utils
     xvfb xdotool
     # the drill's chime: plain ALSA
     libasound2-dev

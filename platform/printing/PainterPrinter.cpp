@@ -35,6 +35,15 @@ void PainterPrinter::paintPicture(const QImage &picture, double x, double y)
     p.drawImage(QRectF(topLeft, size), picture);
 }
 
+void PainterPrinter::paintDrawing(const QSize &, const Drawing &drawing, double x, double y)
+{
+    QPainter &p = painter();
+    p.save();
+    p.translate(toDevice(x, y));
+    drawing(p, m_device->logicalDpiX() / PixelsPerInch);
+    p.restore();
+}
+
 void PainterPrinter::endDocument()
 {
     if (!m_painter.isActive())

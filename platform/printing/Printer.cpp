@@ -4,6 +4,7 @@
 #include "platform/printing/PrinterFonts.h"
 
 #include <QFontMetricsF>
+#include <QPainter>
 
 namespace {
 
@@ -65,6 +66,25 @@ void Printer::PaintPicture(const QImage &picture, double x, double y)
 {
     if (picture.isNull())
         throw RuntimeError(RuntimeError::InvalidProcedureCall, QStringLiteral("Immagine vuota"));
+    paintPicture(picture, x, y);
+}
+
+void Printer::PaintPicture(const QSize &pixels, const Drawing &drawing, double x, double y)
+{
+    if (pixels.isEmpty() || !drawing)
+        throw RuntimeError(RuntimeError::InvalidProcedureCall, QStringLiteral("Immagine vuota"));
+    paintDrawing(pixels, drawing, x, y);
+}
+
+void Printer::paintDrawing(const QSize &pixels, const Drawing &drawing, double x, double y)
+{
+    QImage picture(pixels, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::white);
+    {
+        QPainter p(&picture);
+        p.setRenderHint(QPainter::TextAntialiasing);
+        drawing(p, 1.0);
+    }
     paintPicture(picture, x, y);
 }
 

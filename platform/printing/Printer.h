@@ -4,6 +4,9 @@
 #include <QImage>
 #include <QString>
 #include <QStringList>
+#include <functional>
+
+class QPainter;
 
 // The printer object every printout draws on: a font (name, size in points,
 // bold), a current position in twips from the printable area's origin, lines
@@ -39,6 +42,13 @@ public:
     // Paints a picture with its upper left corner at x, y (twips), at its own
     // size: one pixel is 15 twips.
     void PaintPicture(const QImage &picture, double x, double y);
+    // A picture given as the drawing that makes it, in pixels of 15 twips:
+    // the painter's origin is the picture's upper left corner, and one pixel
+    // is `scale` units of the painter. Painted at x, y (twips), cut to
+    // `pixels`, at the printer's own resolution: sharp text and lines, where
+    // a bitmap would be blurred.
+    using Drawing = std::function<void(QPainter &painter, double scale)>;
+    void PaintPicture(const QSize &pixels, const Drawing &drawing, double x, double y);
     // Ends the document: the page goes to the printer. Nothing happens when
     // nothing was printed since the last one.
     void EndDoc();
@@ -58,6 +68,9 @@ protected:
 
     virtual void printLine(const QString &text, double x, double y) = 0;
     virtual void paintPicture(const QImage &picture, double x, double y) = 0;
+    // Unless a backend draws it itself, the drawing goes as a bitmap of one
+    // dot per pixel.
+    virtual void paintDrawing(const QSize &pixels, const Drawing &drawing, double x, double y);
     virtual void endDocument() = 0;
 
 private:
