@@ -4,6 +4,7 @@
 #include "core/AppContext.h"
 #include "drill/frmOperativo.h"
 #include "platform/Fonts.h"
+#include "platform/TraduzioniQt.h"
 #include "start/FrmInizio.h"
 
 #include <QApplication>
@@ -32,6 +33,7 @@ void preparaApplicazione()
     QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("org.quadrivo.Quadrivo")));
     QApplication::setStyle(QStringLiteral("Fusion"));
     Fonts::installSubstitutions();
+    TraduzioniQt::installa(*QCoreApplication::instance());
 }
 
 int esegui(int argc, char *argv[])

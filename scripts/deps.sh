@@ -13,6 +13,10 @@ QUADRIVO_PACKAGES=(
     libasound2-dev
     # packaging: checks of the desktop entry and metainfo, the .deb's dependencies
     desktop-file-utils appstream dpkg-dev
+    # Qt's own Italian for its standard dialogs; the man page's and the
+    # package's checks; the accessibility tree read as a screen reader does
+    qt6-translations-l10n man-db lintian
+    at-spi2-core dbus python3-pyatspi
 )
 
 ensure_packages() {
