@@ -1,9 +1,11 @@
 #include "app/Avvio.h"
 #include "app/ProntoEInattivo.h"
+#include "app/RigaDiComando.h"
 
 #include "core/AppContext.h"
 #include "drill/frmOperativo.h"
 #include "platform/Fonts.h"
+#include "platform/TraduzioniQt.h"
 #include "start/FrmInizio.h"
 
 #include <QApplication>
@@ -32,13 +34,33 @@ void preparaApplicazione()
     QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("org.quadrivo.Quadrivo")));
     QApplication::setStyle(QStringLiteral("Fusion"));
     Fonts::installSubstitutions();
+    TraduzioniQt::installa(*QCoreApplication::instance());
 }
 
 int esegui(int argc, char *argv[])
 {
+    // --help and --version answer without a display.
+    QStringList argomenti;
+    for (int i = 1; i < argc; ++i)
+        argomenti << QString::fromLocal8Bit(argv[i]);
+    const RigaDiComando::Esito prima = RigaDiComando::leggi(argomenti);
+    if (prima.azione == RigaDiComando::Azione::Aiuto ||
+        prima.azione == RigaDiComando::Azione::Versione) {
+        const QString testo = prima.azione == RigaDiComando::Azione::Aiuto
+                                  ? RigaDiComando::aiuto()
+                                  : RigaDiComando::versione();
+        std::fputs(testo.toLocal8Bit().constData(), stdout);
+        return 0;
+    }
     if (!displayDisponibile())
         return 1;
     QApplication app(argc, argv);
+    // Qt has taken its own options by now: what is left must be ours.
+    const RigaDiComando::Esito esito = RigaDiComando::leggi(QCoreApplication::arguments().mid(1));
+    if (esito.azione == RigaDiComando::Azione::Errore) {
+        std::fputs(esito.messaggio.toLocal8Bit().constData(), stderr);
+        return 2;
+    }
     preparaApplicazione();
     // The start screen is the last one: when nothing is loaded, the run ends.
     QApplication::setQuitOnLastWindowClosed(false);
@@ -56,7 +78,7 @@ int esegui(int argc, char *argv[])
         return 0;
     // Start-up check (packaging test, benchmark): once the start screen is
     // drawn and idle, close every screen the normal way and end.
-    if (QCoreApplication::arguments().contains(QStringLiteral("--prova-avvio")))
+    if (esito.provaAvvio)
         quandoProntoEInattivo(ctx.screens().loaded().first(),
                               [&ctx] { ctx.screens().unloadAll(); });
     return app.exec();

@@ -2,6 +2,7 @@
 
 #include "core/Algoritmi.h"
 #include "core/AppContext.h"
+#include "drill/Faccina.h"
 #include "drill/Migliaia.h"
 #include "drill/RigaOperazione.h"
 #include "drill/Tempi.h"
@@ -9,6 +10,7 @@
 #include "platform/Suppressed.h"
 #include "platform/Texts.h"
 #include "platform/Twips.h"
+#include "platform/controls/Image.h"
 #include "report/FrmStampaEsercizio2.h"
 #include "services/GruppoScelte.h"
 #include "start/FrmInizio.h"
@@ -126,26 +128,26 @@ frmOperativo::frmOperativo(AppContext &ctx)
         {.kind = K::Label, .name = "LblContatore", .in = "fraValutazione", .left = 1680, .top = 270, .width = 8520, .height = 300, .caption = "  1     2     3     4     5     6     7     8     9     10", .back = Pannello, .fore = Blu, .font = Contatore},
         {.kind = K::Label, .name = "Label5", .in = "fraValutazione", .left = 180, .top = 690, .width = 1440, .height = 270, .caption = "Risp. esatte", .back = Pannello, .fore = Verde, .font = Valutazione},
         {.kind = K::Label, .name = "Label3", .in = "fraValutazione", .left = 180, .top = 1170, .width = 1440, .height = 270, .caption = "Risp. errate", .back = Pannello, .fore = Mattone, .font = Valutazione},
-        {.kind = K::Image, .name = "Image1", .in = "fraValutazione", .left = xImmagine(0), .top = 600, .width = 420, .height = 420, .picture = ":/drill/Image1.png"},
-        {.kind = K::Image, .name = "Image2", .in = "fraValutazione", .left = xImmagine(1), .top = 600, .width = 420, .height = 420, .picture = ":/drill/Image2.png"},
-        {.kind = K::Image, .name = "Image3", .in = "fraValutazione", .left = xImmagine(2), .top = 600, .width = 420, .height = 420, .picture = ":/drill/Image3.png"},
-        {.kind = K::Image, .name = "Image4", .in = "fraValutazione", .left = xImmagine(3), .top = 600, .width = 420, .height = 420, .picture = ":/drill/Image4.png"},
-        {.kind = K::Image, .name = "Image5", .in = "fraValutazione", .left = xImmagine(4), .top = 600, .width = 420, .height = 420, .picture = ":/drill/Image5.png"},
-        {.kind = K::Image, .name = "Image6", .in = "fraValutazione", .left = xImmagine(5), .top = 600, .width = 420, .height = 420, .picture = ":/drill/Image6.png"},
-        {.kind = K::Image, .name = "Image7", .in = "fraValutazione", .left = xImmagine(6), .top = 600, .width = 420, .height = 420, .picture = ":/drill/Image7.png"},
-        {.kind = K::Image, .name = "Image8", .in = "fraValutazione", .left = xImmagine(7), .top = 600, .width = 420, .height = 420, .picture = ":/drill/Image8.png"},
-        {.kind = K::Image, .name = "Image9", .in = "fraValutazione", .left = xImmagine(8), .top = 600, .width = 420, .height = 420, .picture = ":/drill/Image9.png"},
-        {.kind = K::Image, .name = "Image10", .in = "fraValutazione", .left = xImmagine(9), .top = 600, .width = 420, .height = 420, .picture = ":/drill/Image10.png"},
-        {.kind = K::Image, .name = "Image11", .in = "fraValutazione", .left = xImmagine(0), .top = 1080, .width = 420, .height = 420, .picture = ":/drill/Image11.png"},
-        {.kind = K::Image, .name = "Image12", .in = "fraValutazione", .left = xImmagine(1), .top = 1080, .width = 420, .height = 420, .picture = ":/drill/Image12.png"},
-        {.kind = K::Image, .name = "Image13", .in = "fraValutazione", .left = xImmagine(2), .top = 1080, .width = 420, .height = 420, .picture = ":/drill/Image13.png"},
-        {.kind = K::Image, .name = "Image14", .in = "fraValutazione", .left = xImmagine(3), .top = 1080, .width = 420, .height = 420, .picture = ":/drill/Image14.png"},
-        {.kind = K::Image, .name = "Image15", .in = "fraValutazione", .left = xImmagine(4), .top = 1080, .width = 420, .height = 420, .picture = ":/drill/Image15.png"},
-        {.kind = K::Image, .name = "Image16", .in = "fraValutazione", .left = xImmagine(5), .top = 1080, .width = 420, .height = 420, .picture = ":/drill/Image16.png"},
-        {.kind = K::Image, .name = "Image17", .in = "fraValutazione", .left = xImmagine(6), .top = 1080, .width = 420, .height = 420, .picture = ":/drill/Image17.png"},
-        {.kind = K::Image, .name = "Image18", .in = "fraValutazione", .left = xImmagine(7), .top = 1080, .width = 420, .height = 420, .picture = ":/drill/Image18.png"},
-        {.kind = K::Image, .name = "Image19", .in = "fraValutazione", .left = xImmagine(8), .top = 1080, .width = 420, .height = 420, .picture = ":/drill/Image19.png"},
-        {.kind = K::Image, .name = "Image20", .in = "fraValutazione", .left = xImmagine(9), .top = 1080, .width = 420, .height = 420, .picture = ":/drill/Image20.png"},
+        {.kind = K::Image, .name = "Image1", .in = "fraValutazione", .left = xImmagine(0), .top = 600, .width = 420, .height = 420},
+        {.kind = K::Image, .name = "Image2", .in = "fraValutazione", .left = xImmagine(1), .top = 600, .width = 420, .height = 420},
+        {.kind = K::Image, .name = "Image3", .in = "fraValutazione", .left = xImmagine(2), .top = 600, .width = 420, .height = 420},
+        {.kind = K::Image, .name = "Image4", .in = "fraValutazione", .left = xImmagine(3), .top = 600, .width = 420, .height = 420},
+        {.kind = K::Image, .name = "Image5", .in = "fraValutazione", .left = xImmagine(4), .top = 600, .width = 420, .height = 420},
+        {.kind = K::Image, .name = "Image6", .in = "fraValutazione", .left = xImmagine(5), .top = 600, .width = 420, .height = 420},
+        {.kind = K::Image, .name = "Image7", .in = "fraValutazione", .left = xImmagine(6), .top = 600, .width = 420, .height = 420},
+        {.kind = K::Image, .name = "Image8", .in = "fraValutazione", .left = xImmagine(7), .top = 600, .width = 420, .height = 420},
+        {.kind = K::Image, .name = "Image9", .in = "fraValutazione", .left = xImmagine(8), .top = 600, .width = 420, .height = 420},
+        {.kind = K::Image, .name = "Image10", .in = "fraValutazione", .left = xImmagine(9), .top = 600, .width = 420, .height = 420},
+        {.kind = K::Image, .name = "Image11", .in = "fraValutazione", .left = xImmagine(0), .top = 1080, .width = 420, .height = 420},
+        {.kind = K::Image, .name = "Image12", .in = "fraValutazione", .left = xImmagine(1), .top = 1080, .width = 420, .height = 420},
+        {.kind = K::Image, .name = "Image13", .in = "fraValutazione", .left = xImmagine(2), .top = 1080, .width = 420, .height = 420},
+        {.kind = K::Image, .name = "Image14", .in = "fraValutazione", .left = xImmagine(3), .top = 1080, .width = 420, .height = 420},
+        {.kind = K::Image, .name = "Image15", .in = "fraValutazione", .left = xImmagine(4), .top = 1080, .width = 420, .height = 420},
+        {.kind = K::Image, .name = "Image16", .in = "fraValutazione", .left = xImmagine(5), .top = 1080, .width = 420, .height = 420},
+        {.kind = K::Image, .name = "Image17", .in = "fraValutazione", .left = xImmagine(6), .top = 1080, .width = 420, .height = 420},
+        {.kind = K::Image, .name = "Image18", .in = "fraValutazione", .left = xImmagine(7), .top = 1080, .width = 420, .height = 420},
+        {.kind = K::Image, .name = "Image19", .in = "fraValutazione", .left = xImmagine(8), .top = 1080, .width = 420, .height = 420},
+        {.kind = K::Image, .name = "Image20", .in = "fraValutazione", .left = xImmagine(9), .top = 1080, .width = 420, .height = 420},
 
         // Where the four overlay frames stand, whatever the window's size.
         {.kind = K::Label, .name = "lblRiferimento", .left = 4560, .top = 2640, .width = 240, .height = 240, .visible = false},
@@ -217,6 +219,12 @@ frmOperativo::frmOperativo(AppContext &ctx)
     optAvviso = array<OptionButton>("optAvviso");
     mnuVisualizza = &get<Menu>("mnuVisualizza");
     mnuIstruzioni = &get<Menu>("mnuIstruzioni");
+
+    // The faces are drawn, not bitmaps: sharp at any scale factor.
+    for (int n = 1; n <= Faccina::Quante; ++n)
+        get<Image>(QStringLiteral("Image%1").arg(n).toLatin1().constData())
+            .setDisegno(QSize(Faccina::Lato, Faccina::Lato),
+                        [n](QPainter &p, const QRectF &box) { Faccina::disegna(p, n, box); });
 
     // The big texts stand in the middle of their boxes; the answer keeps a
     // little room from its border.

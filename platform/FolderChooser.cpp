@@ -5,5 +5,9 @@
 
 QString QtFolderChooser::choose(const QString &title, const QString &start)
 {
-    return QFileDialog::getExistingDirectory(QApplication::activeWindow(), title, start);
+    // Qt's own dialog, not the desktop's: it speaks the program's Italian
+    // whatever language the desktop is set to.
+    return QFileDialog::getExistingDirectory(QApplication::activeWindow(), title, start,
+                                             QFileDialog::ShowDirsOnly |
+                                                 QFileDialog::DontUseNativeDialog);
 }

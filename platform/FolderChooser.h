@@ -11,7 +11,7 @@ public:
     virtual QString choose(const QString &title, const QString &start) = 0;
 };
 
-// The desktop's folder dialog over the active window.
+// Qt's folder dialog over the active window.
 class QtFolderChooser final : public FolderChooser
 {
 public:

@@ -17,6 +17,10 @@ QUADRIVO_PACKAGES=(
     desktop-file-utils appstream dpkg-dev
     # held keys on X11: XKB detectable auto-repeat through xcb
     pkgconf libxcb-xkb-dev
+    # Qt's own Italian for its standard dialogs; the man page's and the
+    # package's checks; the accessibility tree read as a screen reader does
+    qt6-translations-l10n man-db lintian
+    at-spi2-core dbus python3-pyatspi
 )
 
 ensure_packages() {

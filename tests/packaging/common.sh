@@ -19,6 +19,9 @@ expected_files() {
         echo bin/Quadrivo
         echo "share/applications/$id.desktop"
         echo "share/metainfo/$id.metainfo.xml"
+        echo share/man/man1/Quadrivo.1.gz
+        echo share/doc/quadrivo/copyright
+        echo share/doc/quadrivo/changelog.Debian.gz
         echo "share/icons/hicolor/scalable/apps/$id.svg"
         for size in "$@"; do
             echo "share/icons/hicolor/${size}x${size}/apps/$id.png"
@@ -73,4 +76,36 @@ check_starts() {
         timeout -k 5 20 "$program" --prova-avvio) || status=$?
     [ "$status" -ne 124 ] || fail "$program --prova-avvio did not end within 20 s"
     [ "$status" -eq 0 ] || fail "$program --prova-avvio ended with status $status"
+}
+
+# check_manual_and_options <prefix> <version>: the manual page renders without
+# a warning and names the options and files; the program answers --help and
+# --version without a display and ends with status 0.
+check_manual_and_options() {
+    local prefix=$1 version=$2 page out
+    need man man-db
+    page=$prefix/share/man/man1/Quadrivo.1.gz
+    [ -f "$page" ] || fail "no manual page $page"
+    out=$(LC_ALL=C.UTF-8 MANWIDTH=80 man --warnings -E UTF-8 -l "$page" 2>&1 >/dev/null) ||
+        fail "man cannot render $page"
+    [ -z "$out" ] || fail "man warns about $page: $out"
+    out=$(LC_ALL=C.UTF-8 MANWIDTH=200 man -E UTF-8 -l "$page" 2>/dev/null)
+    for text in "QUADRIVO(1)" "--help" "--version" "--prova-avvio" "Quadrivo.dat" \
+                "Cartella dei file PDF" "Stampa su file PDF"; do
+        grep -qF -- "$text" <<<"$out" || fail "the manual page does not mention $text"
+    done
+
+    out=$(env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM "$prefix/bin/Quadrivo" --version) ||
+        fail "Quadrivo --version ended with status $?"
+    [ "$out" = "Quadrivo $version" ] || fail "Quadrivo --version printed '$out'"
+    out=$(env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM "$prefix/bin/Quadrivo" --help) ||
+        fail "Quadrivo --help ended with status $?"
+    for text in "Uso: Quadrivo" "--help" "--version" "--prova-avvio"; do
+        grep -qF -- "$text" <<<"$out" || fail "Quadrivo --help does not mention $text"
+    done
+    local status=0
+    out=$(QT_QPA_PLATFORM=offscreen "$prefix/bin/Quadrivo" --sconosciuta 2>&1) || status=$?
+    [ "$status" -eq 2 ] || fail "an unknown option ended with status $status, not 2"
+    grep -qF "opzione non riconosciuta: '--sconosciuta'" <<<"$out" ||
+        fail "an unknown option was not named: $out"
 }

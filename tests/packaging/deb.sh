@@ -39,4 +39,11 @@ dpkg-deb --contents "$deb" | awk '!/^d/ {print $NF}' | sed 's|^\./usr/||' |
 dpkg-deb -x "$deb" "$tmp/root" || fail "dpkg-deb -x failed"
 check_tree "$tmp/root/usr" "$id" "$@"
 check_starts "$tmp/root/usr/bin/Quadrivo" "$tmp/scratch"
+check_manual_and_options "$tmp/root/usr" "$version"
+
+# Debian's own checks of the package: no error allowed.
+need lintian lintian
+lintian --fail-on error --tag-display-limit 0 "$deb" >"$tmp/lintian.log" 2>&1 ||
+    { cat "$tmp/lintian.log"; fail "lintian reports errors on $(basename "$deb")"; }
+grep -q '^E: ' "$tmp/lintian.log" && { cat "$tmp/lintian.log"; fail "lintian reports errors"; }
 echo "ok: $(basename "$deb")"
