@@ -97,8 +97,8 @@ private slots:
         const QStringList note = {
             QStringLiteral(
                 "      69,03  h   = .........................(R.6 uk  9  h  0 da  3  u  )"),
-            QStringLiteral("       0,12 uk   = .........................(R.0 uk  1  h  2 da  )"),
-            QStringLiteral("        930 da   = .........................(R.9 uk  3  h  0 da  )"),
+            QStringLiteral("      0,12 uk   = .........................(R.0 uk  1  h  2 da  )"),
+            QStringLiteral("       930 da   = .........................(R.9 uk  3  h  0 da  )"),
             QStringLiteral(
                 "      596,4 da   = .........................(R.5 uk  9  h  6 da  4  u  )"),
             QStringLiteral(
@@ -111,7 +111,7 @@ private slots:
                 "       6746  u   = .........................(R.6 uk  7  h  4 da  6  u  )"),
             QStringLiteral(
                 "      23,03  h   = .........................(R.2 uk  3  h  0 da  3  u  )"),
-            QStringLiteral("       2,28 uk   = .........................(R.2 uk  2  h  8 da  )"),
+            QStringLiteral("      2,28 uk   = .........................(R.2 uk  2  h  8 da  )"),
         };
         QCOMPARE(copia.docenti, note);
     }
