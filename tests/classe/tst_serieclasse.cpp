@@ -96,7 +96,7 @@ private slots:
         QCOMPARE(copia.codice, QStringLiteral("08E-8XP"));
         const QStringList note = {
             QStringLiteral(
-                "      69,03  h   = .........................(R.6 uk  9  h  0 da  3  u  )"),
+                "     69,03  h   = .........................(R.6 uk  9  h  0 da  3  u  )"),
             QStringLiteral("      0,12 uk   = .........................(R.0 uk  1  h  2 da  )"),
             QStringLiteral("       930 da   = .........................(R.9 uk  3  h  0 da  )"),
             QStringLiteral(
