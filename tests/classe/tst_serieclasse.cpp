@@ -100,17 +100,17 @@ private slots:
             QStringLiteral("      0,12 uk   = .........................(R.0 uk  1  h  2 da  )"),
             QStringLiteral("       930 da   = .........................(R.9 uk  3  h  0 da  )"),
             QStringLiteral(
-                "      596,4 da   = .........................(R.5 uk  9  h  6 da  4  u  )"),
+                "     596,4 da   = .........................(R.5 uk  9  h  6 da  4  u  )"),
             QStringLiteral(
-                "      5,748 uk   = .........................(R.5 uk  7  h  4 da  8  u  )"),
+                "     5,748 uk   = .........................(R.5 uk  7  h  4 da  8  u  )"),
             QStringLiteral(
-                "      8,005 uk   = .........................(R.8 uk  0  h  0 da  5  u  )"),
+                "     8,005 uk   = .........................(R.8 uk  0  h  0 da  5  u  )"),
             QStringLiteral(
-                "       3109  u   = .........................(R.3 uk  1  h  0 da  9  u  )"),
+                "      3109  u   = .........................(R.3 uk  1  h  0 da  9  u  )"),
             QStringLiteral(
-                "       6746  u   = .........................(R.6 uk  7  h  4 da  6  u  )"),
+                "      6746  u   = .........................(R.6 uk  7  h  4 da  6  u  )"),
             QStringLiteral(
-                "      23,03  h   = .........................(R.2 uk  3  h  0 da  3  u  )"),
+                "     23,03  h   = .........................(R.2 uk  3  h  0 da  3  u  )"),
             QStringLiteral("      2,28 uk   = .........................(R.2 uk  2  h  8 da  )"),
         };
         QCOMPARE(copia.docenti, note);
