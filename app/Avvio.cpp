@@ -1,6 +1,7 @@
 #include "app/Avvio.h"
 #include "app/ProntoEInattivo.h"
 
+#include "classe/MenuClasse.h"
 #include "core/AppContext.h"
 #include "drill/frmOperativo.h"
 #include "platform/Fonts.h"
@@ -45,6 +46,7 @@ int esegui(int argc, char *argv[])
 
     AppContext ctx;
     frmOperativo::collegaTipoEsercizio(ctx);
+    MenuClasse::Installa(ctx);
     ctx.setExecutableName(QFileInfo(QApplication::applicationFilePath()).completeBaseName());
     // exit(), not quit(): quit() first asks every window to close, and a
     // screen decides that for itself.
