@@ -84,7 +84,8 @@ class TestCopieClasse : public QObject
         schede().get<Menu>("mnuCopieClasse").action()->trigger();
         auto *f = (*t)->screens().find<FrmCopieClasse>();
         Q_ASSERT(f);
-        QTest::qWaitForWindowActive(f);
+        if (!QTest::qWaitForWindowActive(f))
+            qWarning("the dialog did not become the active window");
         return *f;
     }
 
@@ -136,6 +137,10 @@ private slots:
         QCOMPARE(f.get<Label>("lblStato").Caption(),
                  QStringLiteral("Stampate 40 copie e le loro soluzioni (80 pagine)."));
 
+        // A copy for a person to look at, when a folder is named.
+        if (const QString cartellaImmagini = qEnvironmentVariable("QUADRIVO_IMMAGINI");
+            !cartellaImmagini.isEmpty())
+            QFile::copy(pdf->lastFile(), QDir(cartellaImmagini).filePath("serie_classe.pdf"));
         const PrintedPdf stampato(pdf->lastFile());
         QVERIFY2(stampato.error().isEmpty(), qPrintable(stampato.error()));
         QCOMPARE(stampato.pages(), 80);
