@@ -2,6 +2,7 @@
 #include "app/ProntoEInattivo.h"
 #include "app/RigaDiComando.h"
 
+#include "classe/MenuClasse.h"
 #include "core/AppContext.h"
 #include "drill/frmOperativo.h"
 #include "platform/Fonts.h"
@@ -67,6 +68,7 @@ int esegui(int argc, char *argv[])
 
     AppContext ctx;
     frmOperativo::collegaTipoEsercizio(ctx);
+    MenuClasse::Installa(ctx);
     ctx.setExecutableName(QFileInfo(QApplication::applicationFilePath()).completeBaseName());
     // exit(), not quit(): quit() first asks every window to close, and a
     // screen decides that for itself.

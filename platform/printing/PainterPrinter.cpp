@@ -58,6 +58,25 @@ void PainterPrinter::endDocument()
     deliverDocument();
 }
 
+void PainterPrinter::newPage()
+{
+    // A page break before any output still leaves an empty first page.
+    painter();
+    if (!m_device->newPage()) {
+        closePainter();
+        discardDocument();
+        throw RuntimeError(
+            RuntimeError::PrinterError,
+            QStringLiteral("Impossibile iniziare una nuova pagina su %1").arg(DeviceName()));
+    }
+}
+
+void PainterPrinter::killDocument()
+{
+    if (closePainter())
+        discardDocument();
+}
+
 bool PainterPrinter::closePainter()
 {
     m_device = nullptr;

@@ -29,6 +29,8 @@ protected:
     void paintPicture(const QImage &picture, double x, double y) override;
     void paintDrawing(const QSize &pixels, const Drawing &drawing, double x, double y) override;
     void endDocument() override;
+    void newPage() override;
+    void killDocument() override;
 
     // Ends the painter of an open document without delivering it, true if
     // one was open. For the destructors of subclasses: their device must

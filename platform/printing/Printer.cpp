@@ -4,6 +4,7 @@
 #include "platform/printing/PrinterFonts.h"
 
 #include <QFontMetricsF>
+#include <QPageSize>
 #include <QPainter>
 
 namespace {
@@ -93,6 +94,39 @@ void Printer::EndDoc()
     endDocument();
     m_x = 0;
     m_y = 0;
+}
+
+void Printer::NewPage()
+{
+    newPage();
+    m_x = 0;
+    m_y = 0;
+}
+
+void Printer::KillDoc()
+{
+    killDocument();
+    m_x = 0;
+    m_y = 0;
+}
+
+void Printer::newPage()
+{
+    throw RuntimeError(RuntimeError::PrinterError,
+                       QStringLiteral("%1 non sa cambiare pagina").arg(DeviceName()));
+}
+
+void Printer::killDocument()
+{
+    throw RuntimeError(RuntimeError::PrinterError,
+                       QStringLiteral("%1 non sa annullare un documento").arg(DeviceName()));
+}
+
+double Printer::ScaleWidth() const
+{
+    // An A4 page less the edges no office printer reaches (a quarter inch
+    // on each side), for printers that do not know better. 20 twips a point.
+    return QPageSize(QPageSize::A4).size(QPageSize::Point).width() * 20 - 2 * 360;
 }
 
 QStringList Printer::Fonts() const

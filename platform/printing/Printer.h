@@ -52,6 +52,14 @@ public:
     // Ends the document: the page goes to the printer. Nothing happens when
     // nothing was printed since the last one.
     void EndDoc();
+    // Ends the page and starts the next one of the same document; the
+    // position goes back to the top left corner.
+    void NewPage();
+    // Drops the document begun: nothing of it reaches the printer.
+    void KillDoc();
+
+    // Width of the printable area, twips.
+    virtual double ScaleWidth() const;
 
     // The font families the printer can use.
     virtual QStringList Fonts() const;
@@ -72,6 +80,9 @@ protected:
     // dot per pixel.
     virtual void paintDrawing(const QSize &pixels, const Drawing &drawing, double x, double y);
     virtual void endDocument() = 0;
+    // A printer that cannot do these says so with a printer error.
+    virtual void newPage();
+    virtual void killDocument();
 
 private:
     QString m_fontName = QStringLiteral("Arial");
