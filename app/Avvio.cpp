@@ -4,6 +4,8 @@
 #include "core/AppContext.h"
 #include "drill/frmOperativo.h"
 #include "platform/Fonts.h"
+#include "registro/ImpostazioniRegistro.h"
+#include "registro/RegistroQuadrivo.h"
 #include "start/FrmInizio.h"
 
 #include <QApplication>
@@ -45,6 +47,8 @@ int esegui(int argc, char *argv[])
 
     AppContext ctx;
     frmOperativo::collegaTipoEsercizio(ctx);
+    // Nothing is opened here: the register's database waits for its first use.
+    ctx.setRegistro(std::make_unique<RegistroQuadrivo>(ctx, ImpostazioniRegistro::dalSistema()));
     ctx.setExecutableName(QFileInfo(QApplication::applicationFilePath()).completeBaseName());
     // exit(), not quit(): quit() first asks every window to close, and a
     // screen decides that for itself.

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "core/RegistroSerie.h"
 #include "core/StatoCondiviso.h"
 #include "platform/Services.h"
 
 #include <QObject>
+#include <memory>
 
 // One run of the program: the shared state block and the platform services.
 // Every screen receives it at construction; a test builds a fresh one.
@@ -22,7 +24,15 @@ public:
         return screens().get<T>([this] { return new T(*this); });
     }
 
+    // The pupils' register the screens report series to; records nothing
+    // until one is wired (app/Avvio, or a test).
+    RegistroSerie &registro() { return *m_registro; }
+    void setRegistro(std::unique_ptr<RegistroSerie> registro);
+
 signals:
     // The generator drew an exercise type; the drill screen shows it.
     void tipoEsercizioGenerato(int tipo);
+
+private:
+    std::unique_ptr<RegistroSerie> m_registro;
 };

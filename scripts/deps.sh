@@ -13,6 +13,9 @@ QUADRIVO_PACKAGES=(
     libasound2-dev
     # packaging: checks of the desktop entry and metainfo, the .deb's dependencies
     desktop-file-utils appstream dpkg-dev
+    # the pupils' register: Qt SQL's SQLite and PostgreSQL drivers, and a
+    # PostgreSQL server the tests start privately
+    libqt6sql6-sqlite libqt6sql6-psql postgresql
 )
 
 ensure_packages() {

@@ -35,6 +35,17 @@ void PainterPrinter::paintPicture(const QImage &picture, double x, double y)
     p.drawImage(QRectF(topLeft, size), picture);
 }
 
+void PainterPrinter::newPage()
+{
+    // Before the first output there is no page to leave yet.
+    if (!m_painter.isActive())
+        return;
+    if (!m_device->newPage())
+        throw RuntimeError(RuntimeError::PrinterError,
+                           QStringLiteral("Impossibile iniziare una nuova pagina su %1")
+                               .arg(DeviceName()));
+}
+
 void PainterPrinter::endDocument()
 {
     if (!m_painter.isActive())

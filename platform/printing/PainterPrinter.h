@@ -28,6 +28,7 @@ protected:
     void printLine(const QString &text, double x, double y) override;
     void paintPicture(const QImage &picture, double x, double y) override;
     void endDocument() override;
+    void newPage() override;
 
     // Ends the painter of an open document without delivering it, true if
     // one was open. For the destructors of subclasses: their device must

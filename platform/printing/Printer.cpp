@@ -75,6 +75,13 @@ void Printer::EndDoc()
     m_y = 0;
 }
 
+void Printer::NewPage()
+{
+    newPage();
+    m_x = 0;
+    m_y = 0;
+}
+
 QStringList Printer::Fonts() const
 {
     return PrinterFonts::families();

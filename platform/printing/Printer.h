@@ -42,6 +42,8 @@ public:
     // Ends the document: the page goes to the printer. Nothing happens when
     // nothing was printed since the last one.
     void EndDoc();
+    // Starts a new page of the same document; the position goes back to 0, 0.
+    void NewPage();
 
     // The font families the printer can use.
     virtual QStringList Fonts() const;
@@ -59,6 +61,7 @@ protected:
     virtual void printLine(const QString &text, double x, double y) = 0;
     virtual void paintPicture(const QImage &picture, double x, double y) = 0;
     virtual void endDocument() = 0;
+    virtual void newPage() = 0;
 
 private:
     QString m_fontName = QStringLiteral("Arial");

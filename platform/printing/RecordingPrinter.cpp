@@ -77,6 +77,11 @@ void RecordingPrinter::paintPicture(const QImage &picture, double x, double y)
                  .arg(number(x), number(y));
 }
 
+void RecordingPrinter::newPage()
+{
+    calls << QStringLiteral("NewPage");
+}
+
 void RecordingPrinter::endDocument()
 {
     failIfAsked("EndDoc");

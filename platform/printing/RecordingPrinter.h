@@ -58,6 +58,7 @@ protected:
     void printLine(const QString &text, double x, double y) override;
     void paintPicture(const QImage &picture, double x, double y) override;
     void endDocument() override;
+    void newPage() override;
 
 private:
     void failIfAsked(const char *operation) const;
