@@ -1,6 +1,7 @@
 #include "core/AppContext.h"
 
-AppContext::AppContext(QObject *parent) : QObject(parent), m_registro(std::make_unique<RegistroSerie>())
+AppContext::AppContext(QObject *parent)
+    : QObject(parent), m_registro(std::make_unique<RegistroSerie>())
 {
 }
 

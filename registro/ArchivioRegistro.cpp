@@ -43,6 +43,12 @@ SerieRegistrata leggiSerie(const QSqlQuery &q)
     return s;
 }
 
+// An empty text is stored as such, not as NULL.
+QString testo(const QString &v)
+{
+    return v.isNull() ? QStringLiteral("") : v;
+}
+
 // Wildcards typed in a name are meant literally.
 QString modelloLike(const QString &nome)
 {
@@ -90,8 +96,8 @@ ArchivioRegistro::Esito ArchivioRegistro::apri()
     if (aperto())
         return Ok;
     m_messoDaParte.clear();
-    const Esito e = m_impostazioni.tipo == ImpostazioniRegistro::SQLite ? apriSQLite()
-                                                                        : apriPostgreSQL();
+    const Esito e =
+        m_impostazioni.tipo == ImpostazioniRegistro::SQLite ? apriSQLite() : apriPostgreSQL();
     if (e != Ok)
         chiudi();
     return e;
@@ -146,10 +152,12 @@ ArchivioRegistro::Esito ArchivioRegistro::apriSQLite()
 bool ArchivioRegistro::mettiDaParte()
 {
     const QString percorso = m_impostazioni.percorso;
-    const QString accanto = percorso + QStringLiteral(".danneggiato-") +
-                            QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
+    const QString accanto =
+        percorso + QStringLiteral(".danneggiato-") +
+        QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
     if (!QFile::rename(percorso, accanto)) {
-        m_errore = QStringLiteral("il registro %1 è danneggiato e non si può spostare").arg(percorso);
+        m_errore =
+            QStringLiteral("il registro %1 è danneggiato e non si può spostare").arg(percorso);
         return false;
     }
     // The journal of the damaged file goes with it, not into the new one.
@@ -157,8 +165,8 @@ bool ArchivioRegistro::mettiDaParte()
         if (QFile::exists(percorso + QLatin1String(suffisso)))
             QFile::rename(percorso + QLatin1String(suffisso), accanto + QLatin1String(suffisso));
     m_messoDaParte = accanto;
-    const int fd = ::open(QFile::encodeName(percorso).constData(), O_CREAT | O_RDWR | O_CLOEXEC,
-                          0600);
+    const int fd =
+        ::open(QFile::encodeName(percorso).constData(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
     if (fd >= 0)
         ::close(fd);
     return true;
@@ -253,19 +261,19 @@ ArchivioRegistro::Esito ArchivioRegistro::scrivi(const SerieRegistrata &s)
     q.bindValue(QStringLiteral(":codice"), s.codice);
     q.bindValue(QStringLiteral(":inizio"), testoData(s.inizio));
     q.bindValue(QStringLiteral(":fine"), testoData(s.fine));
-    q.bindValue(QStringLiteral(":nome"), s.nome);
+    q.bindValue(QStringLiteral(":nome"), testo(s.nome));
     q.bindValue(QStringLiteral(":tipo_numeri"), s.tipoNumeri);
-    q.bindValue(QStringLiteral(":numeri"), s.numeri);
+    q.bindValue(QStringLiteral(":numeri"), testo(s.numeri));
     q.bindValue(QStringLiteral(":famiglia"), s.famiglia);
-    q.bindValue(QStringLiteral(":simboli"), s.simboli);
-    q.bindValue(QStringLiteral(":ordine"), s.ordine);
+    q.bindValue(QStringLiteral(":simboli"), testo(s.simboli));
+    q.bindValue(QStringLiteral(":ordine"), testo(s.ordine));
     q.bindValue(QStringLiteral(":esercizi"), s.quantiEsercizi());
     q.bindValue(QStringLiteral(":esatte"), s.esatte);
     q.bindValue(QStringLiteral(":errate"), s.errate);
     q.bindValue(QStringLiteral(":tempo_totale"), s.tempoTotale);
     q.bindValue(QStringLiteral(":terminata"), s.terminata ? 1 : 0);
-    q.bindValue(QStringLiteral(":valutazione"), s.valutazione);
-    q.bindValue(QStringLiteral(":postazione"), s.postazione);
+    q.bindValue(QStringLiteral(":valutazione"), testo(s.valutazione));
+    q.bindValue(QStringLiteral(":postazione"), testo(s.postazione));
     if (!q.exec())
         return annulla(q.lastError());
     q.prepare(QStringLiteral("INSERT INTO esercizi (codice_serie, numero, riga, secondi) "
@@ -273,7 +281,7 @@ ArchivioRegistro::Esito ArchivioRegistro::scrivi(const SerieRegistrata &s)
     for (const SerieRegistrata::Esercizio &es : s.esercizi) {
         q.bindValue(QStringLiteral(":codice"), s.codice);
         q.bindValue(QStringLiteral(":numero"), es.numero);
-        q.bindValue(QStringLiteral(":riga"), es.riga);
+        q.bindValue(QStringLiteral(":riga"), testo(es.riga));
         q.bindValue(QStringLiteral(":secondi"), es.secondi);
         if (!q.exec())
             return annulla(q.lastError());
@@ -328,7 +336,8 @@ QList<SerieRegistrata::Esercizio> ArchivioRegistro::righe(const QString &codice,
         q.bindValue(QStringLiteral(":codice"), codice);
         if (q.exec()) {
             while (q.next())
-                risultato.append({q.value(0).toInt(), q.value(1).toString(), q.value(2).toDouble()});
+                risultato.append(
+                    {q.value(0).toInt(), q.value(1).toString(), q.value(2).toDouble()});
         } else {
             e = fallito(q.lastError());
         }

@@ -29,7 +29,7 @@ public:
 
     struct Filtro
     {
-        QString nome; // part of the name, any case
+        QString nome;  // part of the name, any case
         QDate dal, al; // inclusive; invalid: no bound
     };
 

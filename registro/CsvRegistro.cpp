@@ -20,13 +20,20 @@ QString campo(const QString &v)
 
 QStringList CsvRegistro::intestazione()
 {
-    return {QStringLiteral("Data"),         QStringLiteral("Ora"),
-            QStringLiteral("Alunno"),       QStringLiteral("Numeri"),
-            QStringLiteral("Simboli"),      QStringLiteral("Ordine"),
-            QStringLiteral("Esercizi"),     QStringLiteral("Risposte esatte"),
-            QStringLiteral("Risposte errate"), QStringLiteral("Tempo totale (s)"),
-            QStringLiteral("Tempo medio (s)"), QStringLiteral("Valutazione"),
-            QStringLiteral("Completata"),   QStringLiteral("Postazione")};
+    return {QStringLiteral("Data"),
+            QStringLiteral("Ora"),
+            QStringLiteral("Alunno"),
+            QStringLiteral("Numeri"),
+            QStringLiteral("Simboli"),
+            QStringLiteral("Ordine"),
+            QStringLiteral("Esercizi"),
+            QStringLiteral("Risposte esatte"),
+            QStringLiteral("Risposte errate"),
+            QStringLiteral("Tempo totale (s)"),
+            QStringLiteral("Tempo medio (s)"),
+            QStringLiteral("Valutazione"),
+            QStringLiteral("Completata"),
+            QStringLiteral("Postazione")};
 }
 
 QStringList CsvRegistro::campi(const SerieRegistrata &s)

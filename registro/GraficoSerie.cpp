@@ -20,7 +20,7 @@ void GraficoSerie::paint(QPainter *painter, const QStyleOptionViewItem &option,
     for (int i = 0; i < valori.size(); ++i) {
         const int p = std::clamp(valori[i].toInt(), 0, 100);
         const double h = std::max(1.0, area.height() * p / 100.0);
-        const QColor colore = p >= 80 ? QColor(40, 160, 60)
+        const QColor colore = p >= 80   ? QColor(40, 160, 60)
                               : p >= 50 ? QColor(230, 180, 30)
                                         : QColor(210, 50, 40);
         painter->setBrush(colore);

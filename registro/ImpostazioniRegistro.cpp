@@ -54,8 +54,8 @@ ImpostazioniRegistro ImpostazioniRegistro::daRiga(const QString &riga, const QSt
     ImpostazioniRegistro i;
     i.tipo = PostgreSQL;
     i.coda = QDir(cartella).filePath(QLatin1String(NomeCoda));
-    const QStringList parti = resto.split(QRegularExpression(QStringLiteral("\\s+")),
-                                          Qt::SkipEmptyParts);
+    const QStringList parti =
+        resto.split(QRegularExpression(QStringLiteral("\\s+")), Qt::SkipEmptyParts);
     for (const QString &parte : parti) {
         const QString chiave = parte.section(QLatin1Char('='), 0, 0).toLower();
         const QString valore = parte.section(QLatin1Char('='), 1);

@@ -5,6 +5,7 @@
 #include "registro/ScrittoreRegistro.h"
 #include "registro/frmRegistro.h"
 
+#include <QCoreApplication>
 #include <QSysInfo>
 #include <QThread>
 
@@ -20,8 +21,8 @@ RegistroQuadrivo::~RegistroQuadrivo()
         return;
     // What is still queued is written (or kept for the server) before the end.
     ScrittoreRegistro *scrittore = m_scrittore;
-    QMetaObject::invokeMethod(scrittore, [scrittore] { scrittore->chiudi(); },
-                              Qt::BlockingQueuedConnection);
+    QMetaObject::invokeMethod(
+        scrittore, [scrittore] { scrittore->chiudi(); }, Qt::BlockingQueuedConnection);
     m_thread->quit();
     m_thread->wait();
     delete m_scrittore;
@@ -63,7 +64,8 @@ void RegistroQuadrivo::valutazione(const QString &nome, const QString &parola)
 
 void RegistroQuadrivo::mostraRegistro()
 {
-    m_ctx.screens().get<frmRegistro>([this] { return new frmRegistro(m_ctx, m_impostazioni); })
+    m_ctx.screens()
+        .get<frmRegistro>([this] { return new frmRegistro(m_ctx, m_impostazioni); })
         .Show();
 }
 
@@ -92,8 +94,12 @@ void RegistroQuadrivo::invia(const SerieRegistrata &serie)
 
 void RegistroQuadrivo::attendi()
 {
-    if (m_thread)
-        QMetaObject::invokeMethod(m_scrittore, [] {}, Qt::BlockingQueuedConnection);
+    if (!m_thread)
+        return;
+    QMetaObject::invokeMethod(
+        m_scrittore, [] {}, Qt::BlockingQueuedConnection);
+    // And what the writer has told meanwhile reaches the user.
+    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
 }
 
 void RegistroQuadrivo::riprova()

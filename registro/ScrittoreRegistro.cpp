@@ -26,8 +26,8 @@ int ScrittoreRegistro::inAttesa() const
 void ScrittoreRegistro::scrivi(const SerieRegistrata &serie)
 {
     if (!m_archivio)
-        m_archivio = std::make_unique<ArchivioRegistro>(
-            m_impostazioni, QStringLiteral("registro-scrittura"));
+        m_archivio = std::make_unique<ArchivioRegistro>(m_impostazioni,
+                                                        QStringLiteral("registro-scrittura"));
     // A newer copy of the same series replaces the one waiting.
     for (qsizetype i = 0; i < m_memoria.size(); ++i)
         if (m_memoria[i].codice == serie.codice)
@@ -48,8 +48,7 @@ bool ScrittoreRegistro::svuota()
     if (m_impostazioni.tipo == ImpostazioniRegistro::PostgreSQL) {
         if (!m_coda)
             m_coda = std::make_unique<ArchivioRegistro>(
-                ImpostazioniRegistro::sqlite(m_impostazioni.coda),
-                QStringLiteral("registro-coda"));
+                ImpostazioniRegistro::sqlite(m_impostazioni.coda), QStringLiteral("registro-coda"));
         if (QFile::exists(m_impostazioni.coda) && m_coda->apri() == ArchivioRegistro::Ok) {
             QList<SerieRegistrata> inCoda = m_coda->tutte();
             std::reverse(inCoda.begin(), inCoda.end());

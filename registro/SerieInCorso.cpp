@@ -58,7 +58,7 @@ void SerieInCorso::chiudiEsercizio(const StatoCondiviso &s)
 }
 
 std::optional<SerieRegistrata> SerieInCorso::chiudi(const StatoCondiviso &s,
-                                                   const QDateTime &adesso, bool terminata)
+                                                    const QDateTime &adesso, bool terminata)
 {
     if (!m_inCorso)
         return std::nullopt;
@@ -72,13 +72,13 @@ std::optional<SerieRegistrata> SerieInCorso::chiudi(const StatoCondiviso &s,
 }
 
 std::optional<SerieRegistrata> SerieInCorso::termina(const StatoCondiviso &s,
-                                                    const QDateTime &adesso)
+                                                     const QDateTime &adesso)
 {
     return chiudi(s, adesso, true);
 }
 
 std::optional<SerieRegistrata> SerieInCorso::lascia(const StatoCondiviso &s,
-                                                   const QDateTime &adesso)
+                                                    const QDateTime &adesso)
 {
     return chiudi(s, adesso, false);
 }
@@ -98,7 +98,7 @@ std::optional<SerieRegistrata> SerieInCorso::assegnaNome(const QString &nome)
 }
 
 std::optional<SerieRegistrata> SerieInCorso::assegnaValutazione(const QString &nome,
-                                                               const QString &parola)
+                                                                const QString &parola)
 {
     SerieRegistrata *serie = m_inCorso ? &m_serie : (m_ultima ? &*m_ultima : nullptr);
     if (!serie)

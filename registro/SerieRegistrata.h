@@ -35,5 +35,8 @@ struct SerieRegistrata
     // Only the count, where the lines were not read (the view's list).
     int numeroEsercizi = 0;
 
-    int quantiEsercizi() const { return esercizi.isEmpty() ? numeroEsercizi : int(esercizi.size()); }
+    int quantiEsercizi() const
+    {
+        return esercizi.isEmpty() ? numeroEsercizi : int(esercizi.size());
+    }
 };

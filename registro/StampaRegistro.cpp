@@ -32,8 +32,7 @@ QStringList StampaRegistro::righe(const QList<SerieRegistrata> &serie,
     r << colonna(QStringLiteral("Alunno"), 22) + numero(QStringLiteral("Serie"), 7) +
              numero(QStringLiteral("Esatte %"), 10) + numero(QStringLiteral("Sec./es."), 10);
     for (const RiepilogoAlunni::Alunno &a : alunni)
-        r << colonna(ModelloSerie::nomeMostrato(a.nome), 22) +
-                 numero(QString::number(a.serie), 7) +
+        r << colonna(ModelloSerie::nomeMostrato(a.nome), 22) + numero(QString::number(a.serie), 7) +
                  numero(Texts::fromDouble(std::round(a.percentuale())), 10) +
                  numero(Texts::fromDouble(std::round(a.tempoMedio() * 10) / 10), 10);
     r << QString() << QStringLiteral("SERIE") << QString();

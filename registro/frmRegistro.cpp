@@ -1,12 +1,12 @@
 #include "registro/frmRegistro.h"
 
 #include "core/AppContext.h"
+#include "platform/Texts.h"
 #include "platform/controls/CommandButton.h"
 #include "platform/controls/Frame.h"
 #include "platform/controls/Label.h"
 #include "platform/controls/Menu.h"
 #include "platform/controls/TextBox.h"
-#include "platform/Texts.h"
 #include "platform/printing/Printer.h"
 #include "registro/CsvRegistro.h"
 #include "registro/GraficoSerie.h"
@@ -236,13 +236,12 @@ void frmRegistro::riempiAlunni()
         for (int p : a.ultime)
             ultime << p;
         riga[4]->setData(ultime, GraficoSerie::Ruolo);
-        riga[4]->setToolTip(QStringLiteral("Esatte %, ultime serie: ") +
-                            [&] {
-                                QStringList t;
-                                for (int p : a.ultime)
-                                    t << QString::number(p);
-                                return t.join(QStringLiteral(", "));
-                            }());
+        riga[4]->setToolTip(QStringLiteral("Esatte %, ultime serie: ") + [&] {
+            QStringList t;
+            for (int p : a.ultime)
+                t << QString::number(p);
+            return t.join(QStringLiteral(", "));
+        }());
         m_alunni->appendRow(riga);
     }
     m_tabellaAlunni->resizeColumnsToContents();
@@ -293,15 +292,17 @@ void frmRegistro::cmdEsporta_Click()
             .arg(m_ctx.clock().now().toString(QStringLiteral("yyyyMMdd-HHmmss"))));
     // Whole or not at all: a half-written table is worse than none.
     QSaveFile file(percorso);
-    if (!file.open(QIODevice::WriteOnly) || file.write(CsvRegistro::testo(m_modello->serie())) < 0 ||
-        !file.commit()) {
-        m_ctx.messageBoxes().show(
-            QStringLiteral("Impossibile salvare il registro in %1: %2").arg(percorso, file.errorString()),
-            MessageBoxes::OkOnly, MessageBoxes::Exclamation, QStringLiteral("Registro"));
+    if (!file.open(QIODevice::WriteOnly) ||
+        file.write(CsvRegistro::testo(m_modello->serie())) < 0 || !file.commit()) {
+        m_ctx.messageBoxes().show(QStringLiteral("Impossibile salvare il registro in %1: %2")
+                                      .arg(percorso, file.errorString()),
+                                  MessageBoxes::OkOnly, MessageBoxes::Exclamation,
+                                  QStringLiteral("Registro"));
         return;
     }
-    m_ctx.notifications().notify(
-        QStringLiteral("Registro salvato in %1 (%2 serie).").arg(percorso).arg(m_modello->rowCount()));
+    m_ctx.notifications().notify(QStringLiteral("Registro salvato in %1 (%2 serie).")
+                                     .arg(percorso)
+                                     .arg(m_modello->rowCount()));
 }
 
 void frmRegistro::cmdStampa_Click()
@@ -331,7 +332,9 @@ void frmRegistro::cmdElimina_Click()
         return;
     }
     Aggiorna();
-    stato(QStringLiteral("Eliminate %1 serie di %2.").arg(quante).arg(ModelloSerie::nomeMostrato(nome)));
+    stato(QStringLiteral("Eliminate %1 serie di %2.")
+              .arg(quante)
+              .arg(ModelloSerie::nomeMostrato(nome)));
 }
 
 void frmRegistro::cmdChiudi_Click()
