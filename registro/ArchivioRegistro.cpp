@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QVariant>
@@ -21,12 +22,34 @@ const QString Colonne = QStringLiteral(
     "codice, inizio, fine, nome, tipo_numeri, numeri, famiglia, simboli, ordine, esercizi, "
     "esatte, errate, tempo_totale, terminata, valutazione, postazione");
 
+// The stored form read by hand: QDateTime::fromString with a format would
+// take most of the time the view needs to open on years of series.
+QDateTime leggiData(const QString &t)
+{
+    if (t.size() != 19)
+        return QDateTime::fromString(t, FormatoData);
+    const QStringView v(t);
+    const QDate d(v.mid(0, 4).toInt(), v.mid(5, 2).toInt(), v.mid(8, 2).toInt());
+    const QTime o(v.mid(11, 2).toInt(), v.mid(14, 2).toInt(), v.mid(17, 2).toInt());
+    // Local time costs a time-zone lookup each; the day's offset, once per
+    // day, gives the same instant and the same wall-clock fields.
+    static thread_local QHash<QDate, int> scarti;
+    auto i = scarti.constFind(d);
+    if (i == scarti.cend())
+        i = scarti.insert(d, QDateTime(d, QTime(12, 0)).offsetFromUtc());
+    const QDateTime locale(d, o, Qt::OffsetFromUTC, *i);
+    // Near a change of summer time the noon offset may not hold.
+    if (o.hour() < 4)
+        return QDateTime(d, o);
+    return locale;
+}
+
 SerieRegistrata leggiSerie(const QSqlQuery &q)
 {
     SerieRegistrata s;
     s.codice = q.value(0).toString();
-    s.inizio = QDateTime::fromString(q.value(1).toString(), FormatoData);
-    s.fine = QDateTime::fromString(q.value(2).toString(), FormatoData);
+    s.inizio = leggiData(q.value(1).toString());
+    s.fine = leggiData(q.value(2).toString());
     s.nome = q.value(3).toString();
     s.tipoNumeri = q.value(4).toInt();
     s.numeri = q.value(5).toString();

@@ -33,7 +33,7 @@ const QColor Blu(0, 0, 128);
 const FontDef Titolo{"Arial", 14, true};
 const FontDef Piccolo{"Arial", 8, false};
 const FontDef Testo{"Arial", 10, false};
-const FontDef Comando{"Arial", 10, true};
+const FontDef Comando{"Arial", 9, true};
 const int RuoloNome = Qt::UserRole + 2;
 
 QDate leggiData(const QString &testo, bool *valida)
@@ -109,6 +109,12 @@ frmRegistro::frmRegistro(AppContext &ctx, const ImpostazioniRegistro &impostazio
     m_tabellaSerie->verticalHeader()->setDefaultSectionSize(20);
     m_tabellaSerie->horizontalHeader()->setStretchLastSection(true);
     m_tabellaSerie->setAccessibleName(QStringLiteral("Serie"));
+    // Widths fixed once: measuring ten thousand rows would slow the opening.
+    const QFont normale(QStringLiteral("Arial"), 9);
+    m_tabellaSerie->setFont(normale);
+    for (auto [colonna, larghezza] :
+         {std::pair{0, 118}, {1, 110}, {2, 72}, {3, 58}, {4, 52}, {5, 52}, {6, 62}, {7, 90}})
+        m_tabellaSerie->horizontalHeader()->resizeSection(colonna, larghezza);
 
     m_alunni = new QStandardItemModel(0, 4, this);
     m_alunni->setHorizontalHeaderLabels({QStringLiteral("Alunno"), QStringLiteral("Serie"),
@@ -125,6 +131,7 @@ frmRegistro::frmRegistro(AppContext &ctx, const ImpostazioniRegistro &impostazio
     m_tabellaAlunni->verticalHeader()->setDefaultSectionSize(24);
     m_tabellaAlunni->horizontalHeader()->setStretchLastSection(true);
     m_tabellaAlunni->setAccessibleName(QStringLiteral("Alunni"));
+    m_tabellaAlunni->setFont(normale);
 
     m_righe = dentro(get<Frame>("fraRighe"), new QPlainTextEdit);
     m_righe->setObjectName(QStringLiteral("righe"));
