@@ -256,6 +256,15 @@ ArchivioRegistro::Esito ArchivioRegistro::fallito(const QSqlError &errore)
 
 ArchivioRegistro::Esito ArchivioRegistro::scrivi(const SerieRegistrata &s)
 {
+    const Esito e = scriviSerie(s);
+    // A connection lost goes; the next write opens a new one.
+    if (e == NonRaggiungibile)
+        chiudi();
+    return e;
+}
+
+ArchivioRegistro::Esito ArchivioRegistro::scriviSerie(const SerieRegistrata &s)
+{
     const Esito e = apri();
     if (e != Ok)
         return e;
@@ -264,8 +273,6 @@ ArchivioRegistro::Esito ArchivioRegistro::scrivi(const SerieRegistrata &s)
     auto annulla = [this](const QSqlError &errore) {
         const Esito esito = fallito(errore);
         m_db.rollback();
-        if (esito == NonRaggiungibile)
-            chiudi();
         return esito;
     };
     QSqlQuery q(m_db);
@@ -343,6 +350,8 @@ QList<SerieRegistrata> ArchivioRegistro::elenco(const Filtro &filtro, Esito *esi
             e = fallito(q.lastError());
         }
     }
+    if (e == NonRaggiungibile)
+        chiudi();
     if (esito)
         *esito = e;
     return risultato;

@@ -65,6 +65,7 @@ public:
     static QString testoData(const QDateTime &t);
 
 private:
+    Esito scriviSerie(const SerieRegistrata &serie);
     Esito apriSQLite();
     Esito apriPostgreSQL();
     Esito prepara();

@@ -56,6 +56,10 @@ bool ScrittoreRegistro::svuota()
                 const ArchivioRegistro::Esito e = m_archivio->scrivi(s);
                 if (e != ArchivioRegistro::Ok) {
                     segnala(e);
+                    // What came meanwhile waits in the file with the rest.
+                    const QList<SerieRegistrata> nuove = m_memoria;
+                    for (const SerieRegistrata &n : nuove)
+                        accoda(n);
                     accoda({});
                     return false;
                 }
