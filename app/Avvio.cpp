@@ -7,6 +7,8 @@
 #include "drill/frmOperativo.h"
 #include "platform/Fonts.h"
 #include "platform/TraduzioniQt.h"
+#include "registro/ImpostazioniRegistro.h"
+#include "registro/RegistroQuadrivo.h"
 #include "start/FrmInizio.h"
 
 #include <QApplication>
@@ -69,6 +71,8 @@ int esegui(int argc, char *argv[])
     AppContext ctx;
     frmOperativo::collegaTipoEsercizio(ctx);
     MenuClasse::Installa(ctx);
+    // Nothing is opened here: the register's database waits for its first use.
+    ctx.setRegistro(std::make_unique<RegistroQuadrivo>(ctx, ImpostazioniRegistro::dalSistema()));
     ctx.setExecutableName(QFileInfo(QApplication::applicationFilePath()).completeBaseName());
     // exit(), not quit(): quit() first asks every window to close, and a
     // screen decides that for itself.

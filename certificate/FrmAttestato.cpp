@@ -68,6 +68,7 @@ void FrmAttestato::Form_Load()
             const Valutazione v = Valutazione::calcola(s.EsatteComplessive, s.NumeroEsercizio);
             s.Valutazione = v.parola;
         },
+        [&] { m_ctx.registro().valutazione(s.NomeAlunno, s.Valutazione); },
         [&] {
             if (s.Valutazione == Valutazione::NonClassificato) {
                 Option5(0).setCaption(QStringLiteral("ATTESTATO NON STAMPABILE"));

@@ -2,7 +2,8 @@
 
 #include "core/SchedeClasse.h"
 
-AppContext::AppContext(QObject *parent) : QObject(parent)
+AppContext::AppContext(QObject *parent)
+    : QObject(parent), m_registro(std::make_unique<RegistroSerie>())
 {
 }
 
@@ -18,4 +19,9 @@ SchedeClasse *AppContext::schedeClasse()
     if (!m_schedeClasse && m_fabbricaSchedeClasse)
         m_schedeClasse = m_fabbricaSchedeClasse(*this);
     return m_schedeClasse.get();
+}
+
+void AppContext::setRegistro(std::unique_ptr<RegistroSerie> registro)
+{
+    m_registro = registro ? std::move(registro) : std::make_unique<RegistroSerie>();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/RegistroSerie.h"
 #include "core/StatoCondiviso.h"
 #include "platform/Services.h"
 
@@ -32,6 +33,10 @@ public:
     using FabbricaSchedeClasse = std::function<std::unique_ptr<SchedeClasse>(AppContext &)>;
     void setFabbricaSchedeClasse(FabbricaSchedeClasse fabbrica);
     SchedeClasse *schedeClasse();
+    // The pupils' register the screens report series to; records nothing
+    // until one is wired (app/Avvio, or a test).
+    RegistroSerie &registro() { return *m_registro; }
+    void setRegistro(std::unique_ptr<RegistroSerie> registro);
 
 signals:
     // The generator drew an exercise type; the drill screen shows it.
@@ -40,4 +45,5 @@ signals:
 private:
     FabbricaSchedeClasse m_fabbricaSchedeClasse;
     std::unique_ptr<SchedeClasse> m_schedeClasse;
+    std::unique_ptr<RegistroSerie> m_registro;
 };

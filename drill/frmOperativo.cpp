@@ -300,6 +300,7 @@ void frmOperativo::Form_Load()
         [&] { Command1(11).setCaption(s.Simbolo2); },
         [&] { Command1(12).setCaption(s.Simbolo3); },
         [&] { Command1(13).setCaption(s.Simbolo4); },
+        [&] { m_ctx.registro().inizioSerie(s); },
         [&] { NuovoEsercizio(); },
     });
 }
@@ -314,6 +315,7 @@ void frmOperativo::Form_Resize()
 
 void frmOperativo::Form_Unload(int &)
 {
+    m_ctx.registro().serieLasciata(m_ctx.stato);
     m_ctx.form<FrmInizio>().Show();
 }
 
@@ -353,6 +355,7 @@ void frmOperativo::ControllaFineSerie()
     if (m_ctx.stato.NumeroEsercizio == 20) {
         BloccaPannelli();
         MostraPannello(*fraAvviso);
+        m_ctx.registro().fineSerie(m_ctx.stato);
     }
 }
 
@@ -391,6 +394,7 @@ void frmOperativo::Ricomincia()
     LblTempoTotale->setCaption(Vuoto);
     s.TempoTotale = 0;
     // The right and wrong counts go on until the screen is loaded again.
+    m_ctx.registro().inizioSerie(s);
     NuovoEsercizio();
 }
 
@@ -489,6 +493,7 @@ void frmOperativo::Command1_Click(int Index)
         } else {
             BloccaPannelli();
             MostraPannello(*fraAvviso);
+            m_ctx.registro().fineSerie(s);
         }
     } else if (Index == 17) {
         Unload();
@@ -515,6 +520,7 @@ void frmOperativo::VerificaRisposta()
         LblOperazione->setCaption(Texts::fromInt(s.NumeroEsercizio));
         lblRisEsatte->setCaption(Texts::fromInt(s.RisposteEsatte));
         AttesaAvanti();
+        m_ctx.registro().esercizioChiuso(s);
         ControllaFineSerie();
     } else {
         s.Segno = QStringLiteral("* ");
@@ -592,6 +598,7 @@ void frmOperativo::MostraSoluzione()
     MostraPannello(*FraTastierino);
     AttesaAvanti();
     lblCorrezione->setCaption(s.Risposta);
+    m_ctx.registro().esercizioChiuso(s);
     ControllaFineSerie();
 }
 

@@ -89,6 +89,12 @@ void frmNome::Form_Resize()
     Resize::Ridimensiona(*this, Posizioni, true);
 }
 
+void frmNome::Form_Unload(int &)
+{
+    // The name typed goes with the pupil's series into the register.
+    m_ctx.registro().nomeAlunno(m_ctx.stato.NomeAlunno);
+}
+
 void frmNome::Command1_Click(int Index)
 {
     if (lblNome->Caption() == QStringLiteral("?"))

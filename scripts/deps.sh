@@ -21,6 +21,9 @@ QUADRIVO_PACKAGES=(
     # package's checks; the accessibility tree read as a screen reader does
     qt6-translations-l10n man-db lintian
     at-spi2-core dbus python3-pyatspi
+    # the pupils' register: Qt SQL's SQLite and PostgreSQL drivers, and a
+    # PostgreSQL server the tests start privately
+    libqt6sql6-sqlite libqt6sql6-psql postgresql
 )
 
 ensure_packages() {
