@@ -82,6 +82,12 @@ void Printer::NewPage()
     m_y = 0;
 }
 
+void Printer::newPage()
+{
+    throw RuntimeError(RuntimeError::PrinterError,
+                       QStringLiteral("%1 non stampa su più pagine").arg(DeviceName()));
+}
+
 QStringList Printer::Fonts() const
 {
     return PrinterFonts::families();

@@ -61,7 +61,8 @@ protected:
     virtual void printLine(const QString &text, double x, double y) = 0;
     virtual void paintPicture(const QImage &picture, double x, double y) = 0;
     virtual void endDocument() = 0;
-    virtual void newPage() = 0;
+    // A backend without pages refuses (a printer error).
+    virtual void newPage();
 
 private:
     QString m_fontName = QStringLiteral("Arial");
