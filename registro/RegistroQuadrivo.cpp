@@ -62,8 +62,20 @@ void RegistroQuadrivo::valutazione(const QString &nome, const QString &parola)
         invia(*serie);
 }
 
+void RegistroQuadrivo::impostazioneSbagliata()
+{
+    // A mistaken setting line is told once; the default file serves meanwhile.
+    if (m_impostazioni.errore.isEmpty() || m_erroreDetto)
+        return;
+    m_erroreDetto = true;
+    m_ctx.notifications().notify(
+        QStringLiteral("Registro: impostazione non valida (%1); si usa il file %2.")
+            .arg(m_impostazioni.errore, m_impostazioni.descrizione()));
+}
+
 void RegistroQuadrivo::mostraRegistro()
 {
+    impostazioneSbagliata();
     m_ctx.screens()
         .get<frmRegistro>([this] { return new frmRegistro(m_ctx, m_impostazioni); })
         .Show();
@@ -71,6 +83,7 @@ void RegistroQuadrivo::mostraRegistro()
 
 void RegistroQuadrivo::invia(const SerieRegistrata &serie)
 {
+    impostazioneSbagliata();
     if (!m_thread) {
         m_thread = std::make_unique<QThread>();
         m_thread->setObjectName(QStringLiteral("registro"));

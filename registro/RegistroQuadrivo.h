@@ -45,6 +45,7 @@ signals:
 
 private:
     void invia(const SerieRegistrata &serie);
+    void impostazioneSbagliata();
     void problema(int esito, const QString &dettaglio, const QString &messoDaParte);
     QString testoProblema(int esito, const QString &dettaglio, const QString &messoDaParte) const;
 
@@ -55,4 +56,5 @@ private:
     std::unique_ptr<QThread> m_thread;
     ScrittoreRegistro *m_scrittore = nullptr;
     QSet<int> m_avvisati;
+    bool m_erroreDetto = false;
 };

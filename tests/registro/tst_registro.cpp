@@ -303,6 +303,21 @@ private slots:
         QVERIFY(r.t.errors->errors.isEmpty());
     }
 
+    void aMistakenSettingLineIsToldOnceAndTheDefaultFileServes()
+    {
+        QTemporaryDir dir;
+        const ImpostazioniRegistro i =
+            ImpostazioniRegistro::daRiga("postgresql host=server dbname=quadrivo", dir.path());
+        QCOMPARE(i.tipo, ImpostazioniRegistro::SQLite);
+        QVERIFY(!i.errore.isEmpty());
+        ConRegistro r(i);
+        r.giocaSerie(2);
+        r.giocaSerie(2);
+        QCOMPARE(r.registrate().size(), 2);
+        QCOMPARE(r.t.notices->notices.size(), 1);
+        QVERIFY(r.t.notices->notices.first().contains("impostazione non valida"));
+    }
+
     void theCsvReadsBackWithItalianColumns()
     {
         SerieRegistrata s;
