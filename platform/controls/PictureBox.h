@@ -48,7 +48,12 @@ public:
     QImage Image() const;
     void setPicture(const QImage &picture);
 
+    // A screen reader reads a drawn page by its first line of text; the
+    // description holds every line.
+    QString accessibleName() const override;
+
 private:
+    void applyAccessibleText();
     void ensureImage();
     friend class PictureWidget;
     QImage m_image;
