@@ -2,10 +2,13 @@
 #include "app/ProntoEInattivo.h"
 #include "app/RigaDiComando.h"
 
+#include "classe/MenuClasse.h"
 #include "core/AppContext.h"
 #include "drill/frmOperativo.h"
 #include "platform/Fonts.h"
 #include "platform/TraduzioniQt.h"
+#include "registro/ImpostazioniRegistro.h"
+#include "registro/RegistroQuadrivo.h"
 #include "start/FrmInizio.h"
 
 #include <QApplication>
@@ -67,6 +70,9 @@ int esegui(int argc, char *argv[])
 
     AppContext ctx;
     frmOperativo::collegaTipoEsercizio(ctx);
+    MenuClasse::Installa(ctx);
+    // Nothing is opened here: the register's database waits for its first use.
+    ctx.setRegistro(std::make_unique<RegistroQuadrivo>(ctx, ImpostazioniRegistro::dalSistema()));
     ctx.setExecutableName(QFileInfo(QApplication::applicationFilePath()).completeBaseName());
     // exit(), not quit(): quit() first asks every window to close, and a
     // screen decides that for itself.

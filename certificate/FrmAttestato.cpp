@@ -9,7 +9,6 @@
 
 #include <QApplication>
 #include <QPainter>
-#include <QPainterPath>
 
 namespace {
 
@@ -69,6 +68,7 @@ void FrmAttestato::Form_Load()
             const Valutazione v = Valutazione::calcola(s.EsatteComplessive, s.NumeroEsercizio);
             s.Valutazione = v.parola;
         },
+        [&] { m_ctx.registro().valutazione(s.NomeAlunno, s.Valutazione); },
         [&] {
             if (s.Valutazione == Valutazione::NonClassificato) {
                 Option5(0).setCaption(QStringLiteral("ATTESTATO NON STAMPABILE"));
@@ -112,45 +112,10 @@ void FrmAttestato::RigaVuota()
     Picture1->Print();
 }
 
-void FrmAttestato::Cornice()
-{
-    // A festive double border with a star in each corner, drawn first so the
-    // lines of the certificate stand inside it.
-    QImage foglio = Picture1->Image();
-    QPainter p(&foglio);
-    p.setRenderHint(QPainter::Antialiasing);
-    const QRectF esterno = QRectF(foglio.rect()).adjusted(6, 8, -6, -8);
-    p.setPen(QPen(QColor(214, 160, 30), 4));
-    p.drawRoundedRect(esterno, 14, 14);
-    p.setPen(QPen(QColor(0, 70, 160), 1.5));
-    p.drawRoundedRect(esterno.adjusted(9, 9, -9, -9), 9, 9);
-    auto stella = [&p](QPointF c, double r) {
-        QPainterPath path;
-        for (int i = 0; i < 10; ++i) {
-            const double a = -M_PI / 2 + i * M_PI / 5;
-            const double raggio = i % 2 ? r * 0.45 : r;
-            const QPointF pt(c.x() + raggio * std::cos(a), c.y() + raggio * std::sin(a));
-            i == 0 ? path.moveTo(pt) : path.lineTo(pt);
-        }
-        path.closeSubpath();
-        p.setPen(QPen(QColor(190, 120, 0), 1));
-        p.setBrush(QColor(255, 200, 40));
-        p.drawPath(path);
-    };
-    const double d = 22;
-    stella(esterno.topLeft() + QPointF(d, d), 11);
-    stella(esterno.topRight() + QPointF(-d, d), 11);
-    stella(esterno.bottomLeft() + QPointF(d, -d), 11);
-    stella(esterno.bottomRight() + QPointF(-d, -d), 11);
-    p.end();
-    Picture1->setPicture(foglio);
-}
-
 void FrmAttestato::DisegnaAttestato()
 {
     const StatoCondiviso &s = m_ctx.stato;
     Picture1->Cls();
-    Cornice();
     Picture1->CurrentX = 0;
     Picture1->CurrentY = 0;
 
@@ -206,7 +171,11 @@ void FrmAttestato::EseguiScelta(int Index)
     if (Index == 0) {
         Printer &stampante = m_ctx.printer();
         stampante.Print();
-        stampante.PaintPicture(Picture1->Image(), 1000, 100);
+        // The picture as drawn, at the printer's resolution.
+        const PictureBox *box = Picture1;
+        stampante.PaintPicture(
+            box->widget()->size(), [box](QPainter &p, double scala) { box->drawPicture(p, scala); },
+            1000, 100);
         stampante.EndDoc();
     } else if (Index == 1) {
         Unload();

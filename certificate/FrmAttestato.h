@@ -9,7 +9,8 @@
 class AppContext;
 
 // The certificate of merit: composed once, when the screen loads, as a
-// picture with the grade of the series; printed as that picture.
+// picture with the grade of the series; printed as that picture, redrawn at
+// the printer's resolution.
 class FrmAttestato : public Form
 {
     Q_OBJECT
@@ -29,7 +30,6 @@ private:
     void RigaCentrata(const QString &testo);
     void RigaVuota();
     void Carattere(double dimensione, bool grassetto, const QColor &colore);
-    void Cornice();
     void ChiudiTutto();
 
     void Option5_GotFocus(int Index);

@@ -1,9 +1,14 @@
 #pragma once
 
+#include "core/RegistroSerie.h"
 #include "core/StatoCondiviso.h"
 #include "platform/Services.h"
 
 #include <QObject>
+#include <functional>
+#include <memory>
+
+class SchedeClasse;
 
 // One run of the program: the shared state block and the platform services.
 // Every screen receives it at construction; a test builds a fresh one.
@@ -13,6 +18,7 @@ class AppContext : public QObject, public Services
 
 public:
     explicit AppContext(QObject *parent = nullptr);
+    ~AppContext() override;
 
     StatoCondiviso stato;
 
@@ -22,7 +28,22 @@ public:
         return screens().get<T>([this] { return new T(*this); });
     }
 
+    // The class sets of worksheets, made by the installed maker the first
+    // time they are asked for; nullptr when none is installed.
+    using FabbricaSchedeClasse = std::function<std::unique_ptr<SchedeClasse>(AppContext &)>;
+    void setFabbricaSchedeClasse(FabbricaSchedeClasse fabbrica);
+    SchedeClasse *schedeClasse();
+    // The pupils' register the screens report series to; records nothing
+    // until one is wired (app/Avvio, or a test).
+    RegistroSerie &registro() { return *m_registro; }
+    void setRegistro(std::unique_ptr<RegistroSerie> registro);
+
 signals:
     // The generator drew an exercise type; the drill screen shows it.
     void tipoEsercizioGenerato(int tipo);
+
+private:
+    FabbricaSchedeClasse m_fabbricaSchedeClasse;
+    std::unique_ptr<SchedeClasse> m_schedeClasse;
+    std::unique_ptr<RegistroSerie> m_registro;
 };

@@ -312,6 +312,7 @@ void frmOperativo::Form_Load()
         [&] { Command1(11).setCaption(s.Simbolo2); },
         [&] { Command1(12).setCaption(s.Simbolo3); },
         [&] { Command1(13).setCaption(s.Simbolo4); },
+        [&] { m_ctx.registro().inizioSerie(s); },
         [&] { NuovoEsercizio(); },
     });
 }
@@ -326,6 +327,7 @@ void frmOperativo::Form_Resize()
 
 void frmOperativo::Form_Unload(int &)
 {
+    m_ctx.registro().serieLasciata(m_ctx.stato);
     m_ctx.form<FrmInizio>().Show();
 }
 
@@ -365,6 +367,7 @@ void frmOperativo::ControllaFineSerie()
     if (m_ctx.stato.NumeroEsercizio == 20) {
         BloccaPannelli();
         MostraPannello(*fraAvviso);
+        m_ctx.registro().fineSerie(m_ctx.stato);
     }
 }
 
@@ -403,6 +406,7 @@ void frmOperativo::Ricomincia()
     LblTempoTotale->setCaption(Vuoto);
     s.TempoTotale = 0;
     // The right and wrong counts go on until the screen is loaded again.
+    m_ctx.registro().inizioSerie(s);
     NuovoEsercizio();
 }
 
@@ -501,6 +505,7 @@ void frmOperativo::Command1_Click(int Index)
         } else {
             BloccaPannelli();
             MostraPannello(*fraAvviso);
+            m_ctx.registro().fineSerie(s);
         }
     } else if (Index == 17) {
         Unload();
@@ -527,6 +532,7 @@ void frmOperativo::VerificaRisposta()
         LblOperazione->setCaption(Texts::fromInt(s.NumeroEsercizio));
         lblRisEsatte->setCaption(Texts::fromInt(s.RisposteEsatte));
         AttesaAvanti();
+        m_ctx.registro().esercizioChiuso(s);
         ControllaFineSerie();
     } else {
         s.Segno = QStringLiteral("* ");
@@ -604,6 +610,7 @@ void frmOperativo::MostraSoluzione()
     MostraPannello(*FraTastierino);
     AttesaAvanti();
     lblCorrezione->setCaption(s.Risposta);
+    m_ctx.registro().esercizioChiuso(s);
     ControllaFineSerie();
 }
 

@@ -160,6 +160,8 @@ void Control::setCaption(const QString &caption)
 void Control::setEnabled(bool enabled)
 {
     m_enabled = enabled;
+    if (!enabled)
+        m_mousePressed = false;
     if (m_widget)
         m_widget->setEnabled(enabled);
 }
@@ -383,6 +385,22 @@ bool Control::handleEvent(QEvent *event)
 {
     const QPointer<QWidget> alive = m_widget;
     auto gone = [&] { return !alive || m_form.isUnloaded(); };
+
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseButtonRelease:
+        // Qt shows a disabled widget's mouse events to its filter all the
+        // same: a control that cannot be used hears none of them, and they go
+        // no further (not to its container either).
+        if (!usable() || !m_widget || !m_widget->isEnabled()) {
+            m_mousePressed = false;
+            return true;
+        }
+        break;
+    default:
+        break;
+    }
 
     switch (event->type()) {
     case QEvent::MouseButtonPress:

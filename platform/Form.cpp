@@ -1,6 +1,7 @@
 #include "platform/Form.h"
 
 #include "platform/Accessibility.h"
+#include "platform/HeldKeys.h"
 #include "platform/ScreenRegistry.h"
 #include "platform/Services.h"
 #include "platform/Twips.h"
@@ -28,6 +29,7 @@ Form::Form(Services &services, const QString &name)
     setObjectName(name);
     setAttribute(Qt::WA_DeleteOnClose, false);
     Accessibility::describeScreen(this);
+    HeldKeys::install();
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);

@@ -75,6 +75,8 @@ void frmNome::Form_Load()
 {
     Resize::RegistraPosizioni(*this, Posizioni);
     Option4->setValue(false);
+    // AVANTI takes the keys: typing works at once, before any click.
+    Option4->SetFocus();
 }
 
 void frmNome::Form_Activate()
@@ -85,6 +87,12 @@ void frmNome::Form_Activate()
 void frmNome::Form_Resize()
 {
     Resize::Ridimensiona(*this, Posizioni, true);
+}
+
+void frmNome::Form_Unload(int &)
+{
+    // The name typed goes with the pupil's series into the register.
+    m_ctx.registro().nomeAlunno(m_ctx.stato.NomeAlunno);
 }
 
 void frmNome::Command1_Click(int Index)

@@ -27,6 +27,7 @@ protected:
     void Form_Load() override;
     void Form_Activate() override;
     void Form_Resize() override;
+    void Form_Unload(int &Cancel) override;
 
 private:
     void Command1_Click(int Index);

@@ -39,6 +39,9 @@ esegui() {
 esegui "$bin/bench_avvio" "$build_dir/app/Quadrivo" "$bin/bench_minimo"
 esegui "$bin/bench_serie"
 esegui "$bin/bench_scheda"
+esegui "$bin/bench_classe"
+esegui "$bin/bench_registro" serie
+esegui "$bin/bench_registro" vista --ripetizioni 5
 
 {
     printf 'measure\tvalue\ttarget\tmet\n'

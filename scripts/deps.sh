@@ -8,15 +8,22 @@ QUADRIVO_PACKAGES=(
     # printing: lp for CUPS queues; a private cupsd with a PDF pass-through
     # queue (pdftopdf, gziptoany) and poppler's tools to read printouts back
     cups-client cups-daemon cups-core-drivers cups-filters-core-drivers poppler-utils
+    # ipptool: the printable area of a queue
+    cups-ipp-utils
     xvfb xdotool
     # the drill's chime: plain ALSA
     libasound2-dev
     # packaging: checks of the desktop entry and metainfo, the .deb's dependencies
     desktop-file-utils appstream dpkg-dev
+    # held keys on X11: XKB detectable auto-repeat through xcb
+    pkgconf libxcb-xkb-dev
     # Qt's own Italian for its standard dialogs; the man page's and the
     # package's checks; the accessibility tree read as a screen reader does
     qt6-translations-l10n man-db lintian
     at-spi2-core dbus python3-pyatspi
+    # the pupils' register: Qt SQL's SQLite and PostgreSQL drivers, and a
+    # PostgreSQL server the tests start privately
+    libqt6sql6-sqlite libqt6sql6-psql postgresql
 )
 
 ensure_packages() {
@@ -36,9 +43,11 @@ ensure_packages() {
 }
 
 # ccache shares objects between clones and build directories only when paths
-# are taken relative to the clone.
+# are taken relative to the clone, and reuses compiles that include a
+# precompiled header only with this sloppiness.
 export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$PWD}
 export CCACHE_NOHASHDIR=${CCACHE_NOHASHDIR:-1}
+export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros,include_file_mtime,include_file_ctime}
 
 # Configures $build_dir (default build/) with Ninja when it is not yet;
 # extra arguments go to cmake.

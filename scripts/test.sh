@@ -9,12 +9,12 @@ cd "$(dirname "$0")/.."
 source scripts/deps.sh
 ensure_packages
 
-ensure_build_dir
+ensure_build_dir -DQUADRIVO_LINE_TABLES=ON
 cmake --build "$build_dir" -j2
 (cd "$build_dir" && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j2 "$@")
 
 if [ "${QUADRIVO_SANITIZE:-1}" != 0 ]; then
-    BUILD_DIR=build-asan BUILD_TYPE=Debug ensure_build_dir -DQUADRIVO_SANITIZE=ON
+    BUILD_DIR=build-asan BUILD_TYPE=Debug ensure_build_dir -DQUADRIVO_SANITIZE=ON -DQUADRIVO_LINE_TABLES=ON
     cmake --build "$build_dir" -j2
     (cd "$build_dir" && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j2 "$@")
 fi

@@ -3,7 +3,9 @@
 #include "core/AppContext.h"
 #include "platform/printing/Printers.h"
 
-#include <QEvent>
+#include <QScopeGuard>
+#include <QShowEvent>
+#include <QTimer>
 
 namespace {
 
@@ -54,6 +56,41 @@ void frmSceltaStampante::ElencaStampanti()
     Combo1->setListIndex(0);
 }
 
+void frmSceltaStampante::showEvent(QShowEvent *event)
+{
+    Form::showEvent(event);
+    if (event->spontaneous())
+        return;
+    if (!GiaMostrata) {
+        GiaMostrata = true; // listed by the load handler just now
+        return;
+    }
+    // Once the screen is up: the server may take a moment to answer.
+    QTimer::singleShot(0, this, [this] { m_ctx.runHandler([this] { AggiornaElenco(); }); });
+}
+
+void frmSceltaStampante::AggiornaElenco()
+{
+    if (isUnloaded())
+        return;
+    Printers &stampanti = m_ctx.printers();
+    stampanti.refresh();
+    QStringList voci;
+    for (int i = 0; i < Combo1->ListCount(); ++i)
+        voci << Combo1->List(i);
+    if (voci == stampanti.deviceNames())
+        return;
+    // The entry shown stays the one shown, if it is still there; the choice
+    // made is not changed by a new list.
+    const QString mostrata = Combo1->Text();
+    Aggiornamento = true;
+    const auto fine = qScopeGuard([this] { Aggiornamento = false; });
+    Combo1->Clear();
+    for (int i = 0; i < stampanti.count(); ++i)
+        Combo1->AddItem(stampanti.at(i).DeviceName());
+    Combo1->setListIndex(stampanti.indexOf(mostrata));
+}
+
 void frmSceltaStampante::MostraStampantePredefinita()
 {
     Label1->setCaption(QStringLiteral("La stampante predefinita è ") + AcapoCrLf +
@@ -62,6 +99,8 @@ void frmSceltaStampante::MostraStampantePredefinita()
 
 void frmSceltaStampante::Combo1_Click()
 {
+    if (Aggiornamento)
+        return;
     if (!PrimoClick) {
         PrimoClick = true;
         return;

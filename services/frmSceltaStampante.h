@@ -23,9 +23,11 @@ public:
 
 protected:
     void Form_Load() override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void ElencaStampanti();
+    void AggiornaElenco();
     void MostraStampantePredefinita();
     void Combo1_Click();
     void Command2_Click();
@@ -38,4 +40,9 @@ private:
     // The list's first Click comes from the program selecting the first
     // entry at load, and must not change the printer.
     bool PrimoClick = false;
+    // Set once the screen has been shown: every later opening reads the
+    // printers again, so a queue added meanwhile is there.
+    bool GiaMostrata = false;
+    // While the list is filled again, its Click events are the program's.
+    bool Aggiornamento = false;
 };

@@ -2,6 +2,7 @@
 
 #include "core/Algoritmi.h"
 #include "core/AppContext.h"
+#include "core/SchedeClasse.h"
 #include "platform/Suppressed.h"
 #include "platform/printing/Printer.h"
 #include "services/CartellaPdf.h"
@@ -87,6 +88,15 @@ std::vector<ControlDef> tabellaDiProgetto()
     }
     t.push_back({.kind = K::Menu, .name = "mnuStampante", .caption = "Scegli stampante"});
     t.push_back({.kind = K::Menu, .name = "mnuCartellaPdf", .caption = "Cartella dei file PDF"});
+    t.push_back({.kind = K::Menu, .name = "mnuClasse", .caption = "Schede per la &classe"});
+    t.push_back({.kind = K::Menu,
+                 .name = "mnuCopieClasse",
+                 .in = "mnuClasse",
+                 .caption = "&Copie per la classe..."});
+    t.push_back({.kind = K::Menu,
+                 .name = "mnuRifaiCodice",
+                 .in = "mnuClasse",
+                 .caption = "&Rifai da codice..."});
     return t;
 }
 
@@ -151,6 +161,8 @@ FrmStampaSchede::FrmStampaSchede(AppContext &ctx)
     cmdEsci->Click = [this] { cmdEsci_Click(); };
     mnuStampante->Click = [this] { mnuStampante_Click(); };
     get<Menu>("mnuCartellaPdf").Click = [this] { mnuCartellaPdf_Click(); };
+    get<Menu>("mnuCopieClasse").Click = [this] { mnuCopieClasse_Click(); };
+    get<Menu>("mnuRifaiCodice").Click = [this] { mnuRifaiCodice_Click(); };
 }
 
 // ---- Load and resize ----
@@ -452,4 +464,16 @@ void FrmStampaSchede::mnuCartellaPdf_Click()
 void FrmStampaSchede::mnuStampante_Click()
 {
     m_ctx.form<frmSceltaStampante>().Show();
+}
+
+void FrmStampaSchede::mnuCopieClasse_Click()
+{
+    if (SchedeClasse *classe = m_ctx.schedeClasse())
+        classe->CopiePerLaClasse();
+}
+
+void FrmStampaSchede::mnuRifaiCodice_Click()
+{
+    if (SchedeClasse *classe = m_ctx.schedeClasse())
+        classe->RifaiDaCodice();
 }

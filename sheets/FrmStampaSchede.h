@@ -58,6 +58,8 @@ private:
     void cmdEsci_Click();
     void mnuStampante_Click();
     void mnuCartellaPdf_Click();
+    void mnuCopieClasse_Click();
+    void mnuRifaiCodice_Click();
 
     AppContext &m_ctx;
     Resize::Posizioni Posizioni;

@@ -71,6 +71,7 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
         {.kind = K::Menu, .name = "mnuAutore", .caption = "Autore"},
         {.kind = K::Menu, .name = "mnuOpzioni", .caption = "Opzioni"},
         {.kind = K::Menu, .name = "mnuAvvertenza", .caption = "Avvertenza"},
+        {.kind = K::Menu, .name = "mnuRegistro", .caption = "Registro"},
     });
     // clang-format on
 
@@ -95,6 +96,7 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
     mnuAutore = &get<Menu>("mnuAutore");
     mnuOpzioni = &get<Menu>("mnuOpzioni");
     mnuAvvertenza = &get<Menu>("mnuAvvertenza");
+    mnuRegistro = &get<Menu>("mnuRegistro");
 
     // The curtain covers everything while it opens.
     Picture1->ZOrder(0);
@@ -142,6 +144,7 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
     mnuOpzioni->Click = [this] { mnuOpzioni_Click(); };
     mnuAutore->Click = [this] { mnuAutore_Click(); };
     // mnuAvvertenza has no action.
+    mnuRegistro->Click = [this] { mnuRegistro_Click(); };
 }
 
 // ---- Load, resize, unload ----
@@ -486,6 +489,11 @@ void FrmInizio::mnuOpzioni_Click()
 void FrmInizio::mnuAutore_Click()
 {
     m_ctx.form<frmAutore>().ShowModal();
+}
+
+void FrmInizio::mnuRegistro_Click()
+{
+    m_ctx.registro().mostraRegistro();
 }
 
 // ---- Levels file ----

@@ -74,6 +74,8 @@ private:
     void mnuStampa_Click();
     void mnuOpzioni_Click();
     void mnuAutore_Click();
+    // The pupils' register, a teacher's view of the series kept.
+    void mnuRegistro_Click();
 
     AppContext &m_ctx;
     Resize::Posizioni Posizioni;
@@ -84,7 +86,7 @@ private:
     Label *Label1, *Label2, *Label3, *Label5, *Label8;
     PictureBox *Picture1, *Picture2;
     Timer *timerTendine;
-    Menu *mnuStampa, *mnuAutore, *mnuOpzioni, *mnuAvvertenza;
+    Menu *mnuStampa, *mnuAutore, *mnuOpzioni, *mnuAvvertenza, *mnuRegistro;
 
     bool BloccoSpazio1 = false, BloccoTasto1 = false;
     bool BloccoSpazio2 = false, BloccoTasto2 = false;

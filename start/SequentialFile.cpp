@@ -80,14 +80,20 @@ void SequentialFile::openForOutput(const QString &path)
     if (info.isDir())
         throw RuntimeError(RuntimeError::PathFileAccessError, where(path));
     auto file = std::make_unique<QSaveFile>(path);
-    if (!file->open(QIODevice::WriteOnly)) {
-        // The temporary file could not be made beside the old one (a
-        // read-only directory), or the old file may not be replaced.
+    if (file->open(QIODevice::WriteOnly)) {
+        m_output = std::move(file);
+        m_mode = Mode::Output;
+        return;
+    }
+    // No temporary file beside the old one: a directory that takes no new
+    // entries. An existing file the user may write is then written in place.
+    auto inPlace = std::make_unique<QFile>(path);
+    if (!info.exists() || !inPlace->open(QIODevice::WriteOnly | QIODevice::Truncate)) {
         if (info.exists() && !info.isWritable())
             throw RuntimeError(RuntimeError::PermissionDenied, where(path));
         throw RuntimeError(RuntimeError::PathFileAccessError, where(path));
     }
-    m_output = std::move(file);
+    m_output = std::move(inPlace);
     m_mode = Mode::Output;
 }
 
@@ -201,8 +207,16 @@ void SequentialFile::close()
     case Mode::Output:
         // The last buffered bytes are written here, and a failure must stop
         // the commit: QSaveFile would otherwise put a cut-short file in place.
-        if (!m_output->flush() || !m_output->commit())
-            failOutput();
+        if (auto *save = qobject_cast<QSaveFile *>(m_output.get())) {
+            if (!save->flush() || !save->commit())
+                failOutput();
+        } else {
+            if (!m_output->flush())
+                failOutput();
+            m_output->close();
+            if (m_output->error() != QFileDevice::NoError)
+                failOutput();
+        }
         m_output.reset();
         m_mode = Mode::Closed;
         return;
@@ -215,7 +229,8 @@ void SequentialFile::failOutput()
     const QString detail =
         where(m_output->fileName()) + QStringLiteral(": ") + m_output->errorString();
     // Nothing of a failed write may replace the old file.
-    m_output->cancelWriting();
+    if (auto *save = qobject_cast<QSaveFile *>(m_output.get()))
+        save->cancelWriting();
     m_output.reset();
     m_mode = Mode::Closed;
     switch (error) {

@@ -5,6 +5,7 @@
 #include <memory>
 
 class QFile;
+class QFileDevice;
 class QSaveFile;
 
 // One numbered file of the sequential file service ("file 1"): opened for
@@ -15,7 +16,8 @@ class QSaveFile;
 //
 // Output goes to a temporary file in the same directory, which replaces the
 // old file only when it is closed: a crash or a full disk in the middle never
-// leaves a half-written file behind.
+// leaves a half-written file behind. Where the directory takes no new file
+// but the old file may be written, it is written in place.
 class SequentialFile : public QObject
 {
     Q_OBJECT
@@ -70,5 +72,6 @@ private:
     int m_number;
     Mode m_mode = Mode::Closed;
     std::unique_ptr<QFile> m_input;
-    std::unique_ptr<QSaveFile> m_output;
+    // A QSaveFile, or a QFile written in place.
+    std::unique_ptr<QFileDevice> m_output;
 };

@@ -32,6 +32,12 @@ void ComboBox::AddItem(const QString &item)
     combo()->setCurrentIndex(before); // adding never chooses an entry
 }
 
+void ComboBox::Clear()
+{
+    const QSignalBlocker block(combo());
+    combo()->clear();
+}
+
 int ComboBox::ListCount() const
 {
     return combo()->count();

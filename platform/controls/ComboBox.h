@@ -12,6 +12,8 @@ public:
     ComboBox(Form &form, const ControlDef &def, Control *container);
 
     void AddItem(const QString &item);
+    // Empties the list; no entry is chosen and no Click is raised.
+    void Clear();
     int ListCount() const;
     QString List(int index) const;
     int ListIndex() const;

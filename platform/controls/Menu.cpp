@@ -2,6 +2,7 @@
 
 #include "platform/Form.h"
 #include "platform/Services.h"
+#include "platform/printing/BoundedProcess.h"
 
 #include <QAction>
 #include <QMenu>
@@ -13,8 +14,13 @@ Menu::Menu(Form &form, const ControlDef &def, Control *container)
     m_action->setObjectName(objectName());
     m_action->setEnabled(def.enabled);
     m_action->setVisible(def.visible);
-    QObject::connect(m_action, &QAction::triggered, m_action,
-                     [this] { m_form.services().runHandler([this] { raiseClick(); }); });
+    QObject::connect(m_action, &QAction::triggered, m_action, [this] {
+        // A menu command that reaches us while a print waits (a shortcut, an
+        // assistive tool) is not carried out: it could start the print again.
+        if (BoundedProcess::isWaiting())
+            return;
+        m_form.services().runHandler([this] { raiseClick(); });
+    });
     auto *parentMenu = dynamic_cast<Menu *>(container);
     if (parentMenu) {
         QMenu *sub = parentMenu->action()->menu();

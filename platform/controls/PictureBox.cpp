@@ -75,6 +75,7 @@ void PictureBox::ensureImage()
 void PictureBox::Cls()
 {
     m_image = QImage();
+    m_base = QImage();
     m_printed.clear();
     CurrentX = 0;
     CurrentY = 0;
@@ -128,6 +129,8 @@ QImage PictureBox::Image() const
 void PictureBox::setPicture(const QImage &picture)
 {
     m_image = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    m_base = m_image;
+    m_printed.clear();
     if (widget())
         widget()->update();
 }
@@ -153,4 +156,33 @@ void PictureBox::applyAccessibleText()
         if (!l.text.trimmed().isEmpty())
             righe << l.text.simplified();
     widget()->setAccessibleDescription(righe.join(QLatin1Char('\n')));
+}
+
+void PictureBox::drawPicture(QPainter &painter, double scale) const
+{
+    const QSize size = widget() ? widget()->size() : QSize();
+    const QRectF area(QPointF(0, 0), QSizeF(size.expandedTo(QSize(1, 1))) * scale);
+    painter.save();
+    painter.setClipRect(area);
+    painter.fillRect(area,
+                     widget() ? widget()->palette().color(QPalette::Window) : QColor(Qt::white));
+    if (!m_base.isNull())
+        painter.drawImage(QRectF(QPointF(0, 0), QSizeF(m_base.size()) * scale), m_base);
+    // A font of P points on the box is P * screenDpi / 72 pixels; on the
+    // painter's device those pixels are `scale` units each.
+    const double screenDpi = widget() ? widget()->logicalDpiY() : 96;
+    const double deviceDpi = painter.device()->logicalDpiY();
+    for (const PrintedLine &line : m_printed) {
+        if (line.text.isEmpty())
+            continue;
+        const double ascent = QFontMetricsF(line.font, widget()).ascent();
+        QFont f = line.font;
+        const double pixels =
+            f.pointSizeF() > 0 ? f.pointSizeF() * screenDpi / 72 : double(f.pixelSize());
+        f.setPointSizeF(pixels * 72 * scale / deviceDpi);
+        painter.setFont(f);
+        painter.setPen(line.color);
+        painter.drawText(QPointF(line.x, line.y + ascent) * scale, line.text);
+    }
+    painter.restore();
 }

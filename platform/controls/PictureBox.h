@@ -5,6 +5,8 @@
 #include <QFont>
 #include <QImage>
 
+class QPainter;
+
 // A picture box with a persistent image: what is printed on it stays drawn.
 // Positions of its drawing are in pixels. It may hold other controls.
 class PictureBox : public Control
@@ -47,6 +49,11 @@ public:
     // drawing cut at its edges (what a print of the picture copies).
     QImage Image() const;
     void setPicture(const QImage &picture);
+    // Draws what Image() shows, at any resolution: one pixel of the box is
+    // `scale` units of the painter, whose origin is the box's upper left
+    // corner. The text is drawn as text (for a printer), where it stands in
+    // the box.
+    void drawPicture(QPainter &painter, double scale) const;
 
     // A screen reader reads a drawn page by its first line of text; the
     // description holds every line.
@@ -57,6 +64,8 @@ private:
     void ensureImage();
     friend class PictureWidget;
     QImage m_image;
+    // The picture set, under what was printed on it.
+    QImage m_base;
     QList<PrintedLine> m_printed;
     QFont m_font;
     QColor m_ink = Qt::black;

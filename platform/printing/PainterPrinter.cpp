@@ -35,6 +35,15 @@ void PainterPrinter::paintPicture(const QImage &picture, double x, double y)
     p.drawImage(QRectF(topLeft, size), picture);
 }
 
+void PainterPrinter::paintDrawing(const QSize &, const Drawing &drawing, double x, double y)
+{
+    QPainter &p = painter();
+    p.save();
+    p.translate(toDevice(x, y));
+    drawing(p, m_device->logicalDpiX() / PixelsPerInch);
+    p.restore();
+}
+
 void PainterPrinter::endDocument()
 {
     if (!m_painter.isActive())
@@ -47,6 +56,25 @@ void PainterPrinter::endDocument()
             QStringLiteral("Impossibile completare il documento su %1").arg(DeviceName()));
     }
     deliverDocument();
+}
+
+void PainterPrinter::newPage()
+{
+    // A page break before any output still leaves an empty first page.
+    painter();
+    if (!m_device->newPage()) {
+        closePainter();
+        discardDocument();
+        throw RuntimeError(
+            RuntimeError::PrinterError,
+            QStringLiteral("Impossibile iniziare una nuova pagina su %1").arg(DeviceName()));
+    }
+}
+
+void PainterPrinter::killDocument()
+{
+    if (closePainter())
+        discardDocument();
 }
 
 bool PainterPrinter::closePainter()

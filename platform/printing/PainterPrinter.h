@@ -7,7 +7,7 @@
 class QPagedPaintDevice;
 
 // A printer whose pages are drawn with QPainter on a paged device (a CUPS
-// queue's QPrinter, a PDF file). It turns twips into device units and keeps
+// queue's PDF, the PDF printer's file). It turns twips into device units and keeps
 // the painter open from the first output to the end of the document;
 // subclasses supply the device and deliver the finished document.
 class PainterPrinter : public Printer
@@ -27,7 +27,10 @@ protected:
 
     void printLine(const QString &text, double x, double y) override;
     void paintPicture(const QImage &picture, double x, double y) override;
+    void paintDrawing(const QSize &pixels, const Drawing &drawing, double x, double y) override;
     void endDocument() override;
+    void newPage() override;
+    void killDocument() override;
 
     // Ends the painter of an open document without delivering it, true if
     // one was open. For the destructors of subclasses: their device must

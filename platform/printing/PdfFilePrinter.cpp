@@ -33,6 +33,11 @@ QString PdfFilePrinter::deviceName()
     return QStringLiteral("Stampa su file PDF");
 }
 
+double PdfFilePrinter::ScaleWidth() const
+{
+    return (QPageSize(QPageSize::A4).size(QPageSize::Point).width() - 2 * MarginPoints) * 20;
+}
+
 QPagedPaintDevice &PdfFilePrinter::openDevice()
 {
     createNewFile();

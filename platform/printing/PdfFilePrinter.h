@@ -26,6 +26,8 @@ public:
     QString outputDirectory() const { return m_directory; }
     void setOutputDirectory(const QString &directory) { m_directory = directory; }
 
+    double ScaleWidth() const override;
+
     // The file of the last document ended.
     QString lastFile() const { return m_lastFile; }
 

@@ -4,6 +4,8 @@
 #include "platform/printing/PrinterFonts.h"
 
 #include <QFontMetricsF>
+#include <QPageSize>
+#include <QPainter>
 
 namespace {
 
@@ -68,11 +70,63 @@ void Printer::PaintPicture(const QImage &picture, double x, double y)
     paintPicture(picture, x, y);
 }
 
+void Printer::PaintPicture(const QSize &pixels, const Drawing &drawing, double x, double y)
+{
+    if (pixels.isEmpty() || !drawing)
+        throw RuntimeError(RuntimeError::InvalidProcedureCall, QStringLiteral("Immagine vuota"));
+    paintDrawing(pixels, drawing, x, y);
+}
+
+void Printer::paintDrawing(const QSize &pixels, const Drawing &drawing, double x, double y)
+{
+    QImage picture(pixels, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::white);
+    {
+        QPainter p(&picture);
+        p.setRenderHint(QPainter::TextAntialiasing);
+        drawing(p, 1.0);
+    }
+    paintPicture(picture, x, y);
+}
+
 void Printer::EndDoc()
 {
     endDocument();
     m_x = 0;
     m_y = 0;
+}
+
+void Printer::NewPage()
+{
+    newPage();
+    m_x = 0;
+    m_y = 0;
+}
+
+void Printer::KillDoc()
+{
+    killDocument();
+    m_x = 0;
+    m_y = 0;
+}
+
+void Printer::newPage()
+{
+    throw RuntimeError(RuntimeError::PrinterError,
+                       QStringLiteral("%1 non sa cambiare pagina").arg(DeviceName()));
+}
+
+void Printer::killDocument()
+{
+    throw RuntimeError(RuntimeError::PrinterError,
+                       QStringLiteral("%1 non sa annullare un documento").arg(DeviceName()));
+}
+
+double Printer::ScaleWidth() const
+{
+    // An A4 page less the edges no office printer reaches (a quarter inch
+    // on each side), for printers that do not know better. 20 twips a point.
+    return QPageSize(QPageSize::A4).size(QPageSize::Point).width() * 20 - 2 * 360;
 }
 
 QStringList Printer::Fonts() const

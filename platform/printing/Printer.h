@@ -4,6 +4,9 @@
 #include <QImage>
 #include <QString>
 #include <QStringList>
+#include <functional>
+
+class QPainter;
 
 // The printer object every printout draws on: a font (name, size in points,
 // bold), a current position in twips from the printable area's origin, lines
@@ -39,9 +42,24 @@ public:
     // Paints a picture with its upper left corner at x, y (twips), at its own
     // size: one pixel is 15 twips.
     void PaintPicture(const QImage &picture, double x, double y);
+    // A picture given as the drawing that makes it, in pixels of 15 twips:
+    // the painter's origin is the picture's upper left corner, and one pixel
+    // is `scale` units of the painter. Painted at x, y (twips), cut to
+    // `pixels`, at the printer's own resolution: sharp text and lines, where
+    // a bitmap would be blurred.
+    using Drawing = std::function<void(QPainter &painter, double scale)>;
+    void PaintPicture(const QSize &pixels, const Drawing &drawing, double x, double y);
     // Ends the document: the page goes to the printer. Nothing happens when
     // nothing was printed since the last one.
     void EndDoc();
+    // Ends the page and starts the next one of the same document; the
+    // position goes back to the top left corner.
+    void NewPage();
+    // Drops the document begun: nothing of it reaches the printer.
+    void KillDoc();
+
+    // Width of the printable area, twips.
+    virtual double ScaleWidth() const;
 
     // The font families the printer can use.
     virtual QStringList Fonts() const;
@@ -58,7 +76,13 @@ protected:
 
     virtual void printLine(const QString &text, double x, double y) = 0;
     virtual void paintPicture(const QImage &picture, double x, double y) = 0;
+    // Unless a backend draws it itself, the drawing goes as a bitmap of one
+    // dot per pixel.
+    virtual void paintDrawing(const QSize &pixels, const Drawing &drawing, double x, double y);
     virtual void endDocument() = 0;
+    // A printer that cannot do these says so with a printer error.
+    virtual void newPage();
+    virtual void killDocument();
 
 private:
     QString m_fontName = QStringLiteral("Arial");

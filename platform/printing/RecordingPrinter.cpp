@@ -86,6 +86,19 @@ void RecordingPrinter::endDocument()
     m_documentOpen = false;
 }
 
+void RecordingPrinter::newPage()
+{
+    failIfAsked("NewPage");
+    m_documentOpen = true;
+    calls << QStringLiteral("NewPage");
+}
+
+void RecordingPrinter::killDocument()
+{
+    calls << QStringLiteral("KillDoc");
+    m_documentOpen = false;
+}
+
 void RecordingPrinter::failIfAsked(const char *operation) const
 {
     if (failing)

@@ -8,7 +8,8 @@
 
 // A printer that prints nothing and writes down every call made on it, in
 // order, as short texts ("FontSize 12", "CurrentX 1000", "Print 500,2000
-// \"text\"", "PaintPicture 446x588 at 1000,100", "EndDoc"), so tests compare
+// \"text\"", "PaintPicture 446x588 at 1000,100", "NewPage", "EndDoc",
+// "KillDoc"), so tests compare
 // a printout with a list of strings. It can be told to fail like a broken
 // printer.
 class RecordingPrinter final : public Printer
@@ -47,7 +48,7 @@ public:
     QList<QImage> pictures;
     // Documents ended with something on them.
     int documents = 0;
-    // While set, every output (Print, PaintPicture, EndDoc) fails with a
+    // While set, every output (Print, PaintPicture, NewPage, EndDoc) fails with a
     // printer error and records nothing.
     bool failing = false;
 
@@ -58,6 +59,8 @@ protected:
     void printLine(const QString &text, double x, double y) override;
     void paintPicture(const QImage &picture, double x, double y) override;
     void endDocument() override;
+    void newPage() override;
+    void killDocument() override;
 
 private:
     void failIfAsked(const char *operation) const;

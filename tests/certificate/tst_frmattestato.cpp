@@ -9,6 +9,7 @@
 #include "support/TestDoubles.h"
 
 #include <QFontMetricsF>
+#include <QPainter>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -263,7 +264,41 @@ private slots:
                  f.get<OptionButton>("Option5", 0).widget());
     }
 
-    void printedOnThePdfPrinterThePictureStandsAtItsPlace()
+    void thePreviewHoldsOnlyTheLinesOfTheCertificate()
+    {
+        Contesto c;
+        c->stato.EsatteComplessive = 17;
+        c->stato.NumeroEsercizio = 20;
+        auto &f = c->form<FrmAttestato>();
+        const auto &box = f.get<PictureBox>("Picture1");
+        const QImage anteprima = box.Image();
+        const QColor fondo = box.widget()->palette().color(QPalette::Window);
+        // Every dot that is not background belongs to one of the texts: no
+        // border, no ornament.
+        QList<QRectF> righe;
+        for (const auto &r : box.printedLines())
+            if (!r.text.isEmpty())
+                righe << QRectF(r.x, r.y,
+                                QFontMetricsF(r.font, box.widget()).horizontalAdvance(r.text),
+                                QFontMetricsF(r.font, box.widget()).height())
+                             .adjusted(-2, -1, 2, 1);
+        QCOMPARE(righe.size(), 10); // the name line is blank
+        int inchiostro = 0;
+        for (int y = 0; y < anteprima.height(); ++y)
+            for (int x = 0; x < anteprima.width(); ++x) {
+                if (anteprima.pixelColor(x, y) == fondo)
+                    continue;
+                ++inchiostro;
+                const QPointF punto(x + 0.5, y + 0.5);
+                QVERIFY2(
+                    std::any_of(righe.begin(), righe.end(),
+                                [&](const QRectF &r) { return r.contains(punto); }),
+                    qPrintable(QStringLiteral("dot outside the texts at %1,%2").arg(x).arg(y)));
+            }
+        QVERIFY(inchiostro > 1000);
+    }
+
+    void printedOnThePdfPrinterThePictureIsThePreviewDrawnSharp()
     {
         QTemporaryDir cartella;
         TestContext t;
@@ -273,51 +308,92 @@ private slots:
         std::vector<std::unique_ptr<Printer>> elenco;
         elenco.push_back(std::move(pdf));
         t->setPrinters(std::make_unique<Printers>(std::move(elenco)));
+        t->stato.TitoloArgomento = QStringLiteral("SISTEMA DECIMALE");
+        t->stato.SottotitoloArgomento = QStringLiteral("Scomposizione dei numeri");
         t->stato.EsatteComplessive = 18;
         t->stato.NumeroEsercizio = 20;
         auto &f = t->form<FrmAttestato>();
+        const QImage anteprima = f.get<PictureBox>("Picture1").Image();
         f.EseguiScelta(0);
         QVERIFY(t.errors->errors.isEmpty());
         const QString file = stampante->lastFile();
         QVERIFY(QFile::exists(file));
 
-        QProcess pdftoppm;
-        pdftoppm.start(QStringLiteral("pdftoppm"),
-                       {QStringLiteral("-r"), QStringLiteral("72"), QStringLiteral("-png"),
-                        QStringLiteral("-singlefile"), file,
-                        cartella.filePath(QStringLiteral("pagina"))});
-        QVERIFY(pdftoppm.waitForFinished(30000));
-        QCOMPARE(pdftoppm.exitCode(), 0);
-        QImage pagina(cartella.filePath(QStringLiteral("pagina.png")));
-        QVERIFY(!pagina.isNull());
-        // A4 at 72 dpi: 595 x 842 points. The picture is 446 x 588 pixels of 15
-        // twips, i.e. 334.5 x 441 points, from (50, 5) points past the margin.
-        QCOMPARE(pagina.size(), QSize(595, 842));
-        auto inchiostro = [&](QRect area) {
-            int n = 0;
-            for (int y = area.top(); y <= area.bottom(); ++y)
-                for (int x = area.left(); x <= area.right(); ++x)
-                    if (qGray(pagina.pixel(x, y)) < 200)
-                        ++n;
-            return n;
+        auto esegui = [](const QString &programma, const QStringList &argomenti) {
+            QProcess p;
+            p.start(programma, argomenti);
+            if (!p.waitForFinished(30000) || p.exitCode() != 0)
+                return QStringLiteral("FAILED ") + programma;
+            return QString::fromLocal8Bit(p.readAllStandardOutput());
         };
-        const QRect tuttaLaPagina = pagina.rect();
-        int sinistra = pagina.width(), destra = 0, alto = pagina.height(), basso = 0;
-        for (int y = 0; y < pagina.height(); ++y)
-            for (int x = 0; x < pagina.width(); ++x)
-                if (qGray(pagina.pixel(x, y)) < 200) {
-                    sinistra = std::min(sinistra, x);
-                    destra = std::max(destra, x);
-                    alto = std::min(alto, y);
-                    basso = std::max(basso, y);
+        // Text as text in real, embedded fonts, and no bitmap at all.
+        const QString caratteri = esegui(QStringLiteral("pdffonts"), {file});
+        QVERIFY2(caratteri.contains(QStringLiteral("LiberationSans-Bold")), qPrintable(caratteri));
+        QVERIFY2(caratteri.contains(QStringLiteral("LiberationSans ")) ||
+                     caratteri.contains(QStringLiteral("LiberationSans-Regular")),
+                 qPrintable(caratteri));
+        const QString immagini =
+            esegui(QStringLiteral("pdfimages"), {QStringLiteral("-list"), file});
+        QVERIFY2(!immagini.startsWith(QStringLiteral("FAILED")), qPrintable(immagini));
+        QCOMPARE(immagini.trimmed().split(QLatin1Char('\n')).size(), 2); // the heading only
+        const QString testo = esegui(QStringLiteral("pdftotext"), {file, QStringLiteral("-")});
+        QVERIFY2(testo.contains(QStringLiteral("DIPLOMA DI MERITO")), qPrintable(testo));
+        QVERIFY2(testo.contains(QStringLiteral("con 18 risposte esatte su 20 richieste")),
+                 qPrintable(testo));
+
+        // At 96 dots per inch a dot of the page is a pixel of the preview.
+        QVERIFY(!esegui(QStringLiteral("pdftoppm"),
+                        {QStringLiteral("-r"), QStringLiteral("96"), QStringLiteral("-png"),
+                         QStringLiteral("-singlefile"), file,
+                         cartella.filePath(QStringLiteral("pagina"))})
+                     .startsWith(QStringLiteral("FAILED")));
+        const QImage pagina(cartella.filePath(QStringLiteral("pagina.png")));
+        QCOMPARE(pagina.size(), QSize(794, 1123));
+        // 18 points of margin, then 1000 twips across and 100 down.
+        const QPoint angolo(qRound(24 + 1000 / 15.0), qRound(24 + 100 / 15.0));
+        const QImage stampata = pagina.copy(QRect(angolo, anteprima.size()));
+        if (qEnvironmentVariableIsSet("QUADRIVO_ATTESTATO_PNG")) {
+            // For a person to look at: the preview beside the printout.
+            const QString dove = qEnvironmentVariable("QUADRIVO_ATTESTATO_PNG");
+            anteprima.save(dove + QStringLiteral("-anteprima.png"));
+            stampata.save(dove + QStringLiteral("-stampata.png"));
+            pagina.save(dove + QStringLiteral("-pagina.png"));
+        }
+        auto inchiostro = [](const QImage &img, int x, int y) {
+            return x >= 0 && y >= 0 && x < img.width() && y < img.height() &&
+                   qGray(img.pixel(x, y)) < 128;
+        };
+        // Each dark dot of either has a dark dot of the other within two dots
+        // (the screen's hinted letters are a little wider).
+        auto coperti = [&](const QImage &da, const QImage &in) {
+            int tutti = 0, trovati = 0;
+            for (int y = 0; y < da.height(); ++y)
+                for (int x = 0; x < da.width(); ++x) {
+                    if (!inchiostro(da, x, y))
+                        continue;
+                    ++tutti;
+                    bool vicino = false;
+                    for (int dy = -2; dy <= 2 && !vicino; ++dy)
+                        for (int dx = -2; dx <= 2 && !vicino; ++dx)
+                            vicino = inchiostro(in, x + dx, y + dy);
+                    trovati += vicino;
                 }
-        QVERIFY(inchiostro(tuttaLaPagina) > 1000);
-        // What is printed is the picture: about 334 x 441 points wide and tall.
-        QVERIFY2(qAbs((destra - sinistra) - 334) < 20,
-                 qPrintable(QString::number(destra - sinistra)));
-        QVERIFY2(qAbs((basso - alto) - 441) < 20, qPrintable(QString::number(basso - alto)));
-        // ... standing 1000 twips (50 points) right of the printable area's edge.
-        QVERIFY(sinistra > 50 && sinistra < 120);
+            return tutti ? double(trovati) / tutti : 0.0;
+        };
+        const double anteprimaInStampa = coperti(anteprima, stampata);
+        const double stampaInAnteprima = coperti(stampata, anteprima);
+        QVERIFY2(anteprimaInStampa > 0.9, qPrintable(QString::number(anteprimaInStampa)));
+        QVERIFY2(stampaInAnteprima > 0.9, qPrintable(QString::number(stampaInAnteprima)));
+        // Nothing printed outside the picture.
+        QImage fuori = pagina;
+        {
+            QPainter p(&fuori);
+            p.fillRect(QRect(angolo, anteprima.size()), Qt::white);
+        }
+        for (int y = 0; y < fuori.height(); ++y)
+            for (int x = 0; x < fuori.width(); ++x)
+                QVERIFY2(!inchiostro(fuori, x, y),
+                         qPrintable(QStringLiteral("%1,%2").arg(x).arg(y)));
     }
 };
 

@@ -27,8 +27,8 @@ field() { dpkg-deb -f "$deb" "$1"; }
 [ "$(field Section)" = education ] || fail "Section is '$(field Section)'"
 # Package names only, without version constraints.
 depends=$(field Depends | tr ',' '\n' | sed 's/^ *//; s/[ (].*//')
-for p in libqt6core6 libqt6gui6 libqt6widgets6 libqt6printsupport6 libasound2 \
-         cups-client fonts-liberation2 fonts-dejavu-core fontconfig; do
+for p in libqt6core6 libqt6gui6 libqt6widgets6 libasound2 \
+         cups-client cups-ipp-utils fonts-liberation2 fonts-dejavu-core fontconfig; do
     grep -qx "$p" <<<"$depends" || fail "Depends lacks $p: $(field Depends)"
 done
 

@@ -6,6 +6,7 @@
 #include "platform/controls/Line.h"
 #include "platform/controls/Menu.h"
 #include "platform/controls/OptionButton.h"
+#include "platform/controls/PictureBox.h"
 #include "platform/controls/Timer.h"
 #include "support/ScreenTest.h"
 #include "support/TestDoubles.h"
@@ -35,6 +36,8 @@ public:
             {.kind = K::OptionButton, .name = "Opt", .index = 2, .in = "Frame1", .left = 150, .top = 1650, .width = 2700, .height = 600, .caption = "due", .value = true},
             {.kind = K::CommandButton, .name = "Cmd", .left = 3600, .top = 300, .width = 2000, .height = 600, .caption = "Comando"},
             {.kind = K::Label, .name = "Lbl", .left = 3600, .top = 1200, .width = 2000, .height = 400, .caption = "?"},
+            {.kind = K::PictureBox, .name = "Pic", .left = 3600, .top = 1800, .width = 2000, .height = 1000},
+            {.kind = K::Label, .name = "LblPic", .in = "Pic", .left = 150, .top = 150, .width = 1500, .height = 600, .caption = "dentro"},
             {.kind = K::Line, .name = "Linea", .left = 300, .top = 3000, .width = 5000, .height = 3000},
             {.kind = K::Timer, .name = "Tmr", .interval = 1000},
             {.kind = K::Menu, .name = "mnu", .caption = "Menu"},
@@ -66,6 +69,18 @@ public:
         };
         cmd.MouseUp = [this](int, int, double, double) { log << QStringLiteral("Cmd MouseUp"); };
         get<Label>("Lbl").Change = [this] { log << QStringLiteral("Lbl Change"); };
+        for (auto &[i, c] : Opt)
+            c->DblClick = [this, i = i] { log << QStringLiteral("DblClick %1").arg(i); };
+        cmd.DblClick = [this] { log << QStringLiteral("Cmd DblClick"); };
+        // The others log every mouse event under their own name.
+        for (const char *name : {"Frame1", "Lbl", "Pic", "LblPic"}) {
+            Control *c = findControl(QString::fromLatin1(name));
+            const QString n = QString::fromLatin1(name);
+            c->MouseDown = [this, n](int, int, double, double) { log << n + " MouseDown"; };
+            c->MouseUp = [this, n](int, int, double, double) { log << n + " MouseUp"; };
+            c->Click = [this, n] { log << n + " Click"; };
+            c->DblClick = [this, n] { log << n + " DblClick"; };
+        }
     }
 
     ControlArray<OptionButton> Opt;
@@ -236,6 +251,84 @@ private slots:
         f.get<Frame>("Frame1").setEnabled(true);
         f.Opt(1).SetFocus();
         QCOMPARE(focusedControl(f), &f.Opt(1));
+    }
+
+    void disabledControlsHearNoMouseEvent_data()
+    {
+        QTest::addColumn<QString>("control");
+        QTest::addColumn<QString>("disabled"); // what is disabled: itself, a container, the form
+        QTest::addColumn<QStringList>("enabledClick");
+        QTest::newRow("choice button itself")
+            << "Opt_1"
+            << "Opt_1" << QStringList{"MouseDown 1 1", "Click 1", "MouseUp 1"};
+        QTest::newRow("choice button in a disabled frame")
+            << "Opt_0"
+            << "Frame1" << QStringList{"MouseDown 0 1", "Click 0", "MouseUp 0"};
+        QTest::newRow("choice button on a disabled form")
+            << "Opt_0"
+            << "form" << QStringList{"MouseDown 0 1", "Click 0", "MouseUp 0"};
+        QTest::newRow("command button itself")
+            << "Cmd"
+            << "Cmd" << QStringList{"Cmd MouseDown", "Cmd MouseUp", "Cmd Click"};
+        QTest::newRow("label itself")
+            << "Lbl"
+            << "Lbl" << QStringList{"Lbl MouseDown", "Lbl MouseUp", "Lbl Click"};
+        QTest::newRow("label in a disabled picture box")
+            << "LblPic"
+            << "Pic" << QStringList{"LblPic MouseDown", "LblPic MouseUp", "LblPic Click"};
+        QTest::newRow("picture box itself")
+            << "Pic"
+            << "Pic" << QStringList{"Pic MouseDown", "Pic MouseUp", "Pic Click"};
+    }
+
+    // Qt shows a disabled widget's mouse events to the screen's filter: none
+    // of them may reach a handler, of the control or of its containers.
+    void disabledControlsHearNoMouseEvent()
+    {
+        QFETCH(QString, control);
+        QFETCH(QString, disabled);
+        QFETCH(QStringList, enabledClick);
+        TestContext t;
+        auto &f = t->form<Prova>();
+        QVERIFY(showActive(f));
+        QWidget *w = f.findChild<QWidget *>(control);
+        QVERIFY(w);
+        auto setDisabled = [&](bool off) {
+            if (disabled == QLatin1String("form"))
+                f.setEnabled(!off);
+            else
+                f.findControl(disabled.section(QLatin1Char('_'), 0, 0),
+                              disabled.contains(QLatin1Char('_'))
+                                  ? disabled.section(QLatin1Char('_'), 1).toInt()
+                                  : -1)
+                    ->setEnabled(!off);
+        };
+        setDisabled(true);
+        const bool chosenBefore = f.Opt(0).Value() || f.Opt(1).Value();
+        f.log.clear();
+        const QPoint centre = w->rect().center();
+        QTest::mousePress(w, Qt::LeftButton, Qt::NoModifier, centre);
+        QTest::mouseRelease(w, Qt::LeftButton, Qt::NoModifier, centre);
+        QTest::mouseDClick(w, Qt::LeftButton, Qt::NoModifier, centre);
+        QTest::mouseClick(w, Qt::RightButton, Qt::NoModifier, centre);
+        QTest::mouseClick(w, Qt::LeftButton, Qt::NoModifier, centre);
+        QCOMPARE(f.log, QStringList{});
+        QCOMPARE(f.Opt(0).Value() || f.Opt(1).Value(), chosenBefore);
+
+        // A press while disabled and a release once enabled again is no click.
+        QTest::mousePress(w, Qt::LeftButton, Qt::NoModifier, centre);
+        setDisabled(false);
+        f.log.clear();
+        QTest::mouseRelease(w, Qt::LeftButton, Qt::NoModifier, centre);
+        QVERIFY2(!f.log.join(QLatin1Char(' ')).contains(QStringLiteral("Click")),
+                 qPrintable(f.log.join(QStringLiteral(", "))));
+
+        // Enabled again, everything is back.
+        f.log.clear();
+        QTest::mouseClick(w, Qt::LeftButton, Qt::NoModifier, centre);
+        QStringList heard = f.log;
+        heard.removeIf([](const QString &e) { return e.contains(QStringLiteral("Focus")); });
+        QCOMPARE(heard, enabledClick);
     }
 
     void focusAskedBeforeShowingIsTakenWhenShown()

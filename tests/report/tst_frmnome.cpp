@@ -55,6 +55,16 @@ private slots:
         QCOMPARE(avanti().Caption(), QStringLiteral("AVANTI"));
     }
 
+    void avantiHasTheFocusAtOpenAndTypingWorksAtOnce()
+    {
+        TestContext altro;
+        auto &nuovo = altro->form<frmNome>();
+        QVERIFY(showActive(nuovo));
+        QCOMPARE(focusedControl(nuovo), &nuovo.get<OptionButton>("Option4"));
+        key(Qt::Key_B);
+        QCOMPARE(nuovo.get<Label>("lblNome").Caption(), QStringLiteral("B"));
+    }
+
     void clickingMARIOWritesTheName()
     {
         for (const char *l : {"M", "A", "R", "I", "O"})

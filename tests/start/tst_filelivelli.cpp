@@ -226,9 +226,8 @@ private slots:
 
     // ---- Writes that fail ----
 
-    void aReadOnlyDirectoryIsAnErrorAndTheOldFileStays()
+    void aReadOnlyDirectoryWithoutTheFileIsAnError()
     {
-        writeAll(file(), QByteArrayLiteral("old contents\r\n"));
         ReadOnlyDir readOnly(dir->path());
         if (!readOnly.holds())
             QSKIP("this file system lets the directory be written whatever its mode");
@@ -238,13 +237,43 @@ private slots:
                  RuntimeError::PathFileAccessError);
         QCOMPARE(saveError([&] { FileLivelli::SalvaLivello(ctx()); }),
                  RuntimeError::PathFileAccessError);
-        QCOMPARE(readAll(file()), QByteArray("old contents\r\n"));
-        QCOMPARE(entries(dir->path()), QStringList{QStringLiteral("Quadrivo.dat")});
+        QCOMPARE(entries(dir->path()), QStringList{});
         QVERIFY(!file1().isOpen());
 
         readOnly.release();
         // Once the directory can be written again, so can the file.
         FileLivelli::MemorizzaImpostazioni(ctx());
+        QCOMPARE(readAll(file()), DefaultLines);
+    }
+
+    void aReadOnlyDirectoryWithAWritableFileIsWrittenInPlace()
+    {
+        writeAll(file(), QByteArray(5000, 'x'));
+        ReadOnlyDir readOnly(dir->path());
+        if (!readOnly.holds())
+            QSKIP("this file system lets the directory be written whatever its mode");
+
+        setDefaults(s());
+        FileLivelli::MemorizzaImpostazioni(ctx());
+        QCOMPARE(readAll(file()), DefaultLines);
+        s().FamigliaSimboli = 7;
+        FileLivelli::SalvaLivello(ctx());
+        QCOMPARE(readAll(file()), QByteArray(" 7\r\n")); // truncated, not overlaid
+        QCOMPARE(entries(dir->path()), QStringList{QStringLiteral("Quadrivo.dat")});
+        QVERIFY(!file1().isOpen());
+    }
+
+    void aWritableDirectoryStillReplacesTheFileWhole()
+    {
+        // The write in place is only for directories that refuse a new file:
+        // elsewhere the new file is made beside the old and put in its place,
+        // so the old file's inode is not the one that holds the new contents.
+        writeAll(file(), QByteArrayLiteral("old contents\r\n"));
+        QFile old(file());
+        QVERIFY(old.open(QIODevice::ReadOnly));
+        setDefaults(s());
+        FileLivelli::MemorizzaImpostazioni(ctx());
+        QCOMPARE(old.readAll(), QByteArray("old contents\r\n"));
         QCOMPARE(readAll(file()), DefaultLines);
     }
 

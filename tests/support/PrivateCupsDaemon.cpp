@@ -167,12 +167,26 @@ void PrivateCupsDaemon::stop()
     if (m_cupsd.state() == QProcess::NotRunning)
         return;
     const qint64 id = m_cupsd.processId();
-    if (id > 0)
+    if (id > 0) {
+        ::kill(pid_t(id), SIGCONT);
         ::kill(pid_t(id), SIGTERM);
+    }
     if (!m_cupsd.waitForFinished(10000)) {
         ::kill(pid_t(id), SIGKILL);
         m_cupsd.waitForFinished(5000);
     }
+}
+
+void PrivateCupsDaemon::freeze()
+{
+    if (m_cupsd.state() == QProcess::Running)
+        ::kill(pid_t(m_cupsd.processId()), SIGSTOP);
+}
+
+void PrivateCupsDaemon::thaw()
+{
+    if (m_cupsd.state() == QProcess::Running)
+        ::kill(pid_t(m_cupsd.processId()), SIGCONT);
 }
 
 bool PrivateCupsDaemon::isRunning() const
@@ -222,6 +236,27 @@ bool PrivateCupsDaemon::setDefault(const QString &name)
 bool PrivateCupsDaemon::reject(const QString &name)
 {
     return run(QStringLiteral("cupsreject"), {name});
+}
+
+bool PrivateCupsDaemon::accept(const QString &name)
+{
+    return run(QStringLiteral("cupsaccept"), {name});
+}
+
+QStringList PrivateCupsDaemon::jobs(const QString &name)
+{
+    QProcess process;
+    process.setProcessEnvironment(environment());
+    process.start(QStringLiteral("lpstat"),
+                  {QStringLiteral("-W"), QStringLiteral("all"), QStringLiteral("-o"), name});
+    QStringList ids;
+    if (!process.waitForFinished(30000))
+        return ids;
+    // "Aula-3   root   2048   Mon 23 Nov ..."
+    for (const QString &line : QString::fromLocal8Bit(process.readAllStandardOutput())
+                                   .split(QLatin1Char('\n'), Qt::SkipEmptyParts))
+        ids << line.section(QLatin1Char(' '), 0, 0);
+    return ids;
 }
 
 bool PrivateCupsDaemon::remove(const QString &name)

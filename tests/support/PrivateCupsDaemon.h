@@ -23,7 +23,12 @@ public:
     // Starts cupsd and waits for its socket. False, with the reason in
     // error(), when it cannot (not installed, bad configuration).
     bool start();
+    // Also a scheduler that is frozen.
     void stop();
+    // Holds the scheduler with SIGSTOP: it still accepts connections (the
+    // kernel queues them) but answers nothing, like a hung print server.
+    void freeze();
+    void thaw();
     bool isRunning() const;
     qint64 pid() const;
 
@@ -39,6 +44,9 @@ public:
     bool setDefault(const QString &name);
     // The queue refuses new jobs.
     bool reject(const QString &name);
+    bool accept(const QString &name);
+    // The request ids of the queue's jobs, done or not ("Aula-3").
+    QStringList jobs(const QString &name);
     bool remove(const QString &name);
 
     // Waits until a job has written a complete PDF to a queue's file.

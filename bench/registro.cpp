@@ -1,0 +1,109 @@
+// The pupils' register: one series recorded (what the drill reports, from
+// the series' start to its end, until the writer's thread has it in the
+// SQLite file), and the teacher's view opened on 10 000 stored series.
+//
+//   bench_registro serie|vista [--ripetizioni N] [--senza-obiettivi]
+//
+// Each repetition is a fresh context and a fresh file.
+#include "InProcesso.h"
+
+#include "registro/ArchivioRegistro.h"
+#include "registro/RegistroQuadrivo.h"
+#include "registro/ModelloSerie.h"
+#include "registro/frmRegistro.h"
+#include "support/ScreenTest.h"
+#include "support/TestDoubles.h"
+
+#include <QElapsedTimer>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <cstring>
+
+namespace {
+
+double unaSerie()
+{
+    QTemporaryDir dir;
+    TestContext t;
+    const ImpostazioniRegistro i = ImpostazioniRegistro::sqlite(dir.filePath("registro.sqlite"));
+    auto r = std::make_unique<RegistroQuadrivo>(*t, i);
+    RegistroQuadrivo *registro = r.get();
+    t->setRegistro(std::move(r));
+    StatoCondiviso &s = t->stato;
+    s.FamigliaSimboli = 3;
+    QElapsedTimer orologio;
+    orologio.start();
+    registro->inizioSerie(s);
+    for (int n = 1; n <= 20; ++n) {
+        s.NumeroEsercizio = n;
+        s.Operazioni[n] = QStringLiteral("     4700  u = R.4 uk  7  h  0 da  0  u (Sec.3)");
+        s.TempoParziale = 3;
+        s.RisposteEsatte += 1;
+        registro->esercizioChiuso(s);
+    }
+    registro->fineSerie(s);
+    registro->attendi();
+    const double ms = orologio.nsecsElapsed() / 1e6;
+    ArchivioRegistro a(i, "bench-verifica");
+    if (a.tutte().size() != 1 || a.tutte().first().esercizi.size() != 20) {
+        std::fprintf(stderr, "the series was not recorded: %s\n", qPrintable(a.ultimoErrore()));
+        return -1;
+    }
+    return ms;
+}
+
+double unaVista()
+{
+    QTemporaryDir dir;
+    const ImpostazioniRegistro i = ImpostazioniRegistro::sqlite(dir.filePath("registro.sqlite"));
+    {
+        ArchivioRegistro a(i, "bench-riempi");
+        if (a.apri() != ArchivioRegistro::Ok)
+            return -1;
+        QSqlQuery(a.database()).exec("PRAGMA synchronous=OFF");
+        for (int k = 0; k < 10000; ++k) {
+            SerieRegistrata s;
+            s.codice = QString::number(k);
+            s.inizio = QDateTime(QDate(2026, 9, 1), QTime(8, 0)).addSecs(k * 3000);
+            s.fine = s.inizio.addSecs(600);
+            s.nome = QStringLiteral("ALUNNO %1").arg(k % 25);
+            s.famiglia = 3;
+            s.esatte = k % 21;
+            s.errate = 20 - k % 21;
+            s.tempoTotale = 200;
+            s.numeroEsercizi = 20;
+            s.terminata = true;
+            if (a.scrivi(s) != ArchivioRegistro::Ok)
+                return -1;
+        }
+    }
+    TestContext t;
+    auto r = std::make_unique<RegistroQuadrivo>(*t, i);
+    RegistroQuadrivo *registro = r.get();
+    t->setRegistro(std::move(r));
+    QElapsedTimer orologio;
+    orologio.start();
+    registro->mostraRegistro();
+    QApplication::processEvents();
+    const double ms = orologio.nsecsElapsed() / 1e6;
+    frmRegistro *f = nullptr;
+    for (Form *x : t->screens().loaded())
+        f = f ? f : qobject_cast<frmRegistro *>(x);
+    if (!f || f->modello().rowCount() != 10000) {
+        std::fprintf(stderr, "the view did not list the 10000 series\n");
+        return -1;
+    }
+    return ms;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const bool vista = argc > 1 && std::strcmp(argv[1], "vista") == 0;
+    if (vista)
+        return Misure::inProcesso(argc, argv, "bench_registro vista",
+                                  "register view opened on 10 000 series", 200, unaVista);
+    return Misure::inProcesso(argc, argv, "bench_registro serie",
+                              "one series recorded in the register (SQLite)", 50, unaSerie);
+}

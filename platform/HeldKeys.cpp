@@ -1,0 +1,170 @@
+#include "platform/HeldKeys.h"
+
+#include <QGuiApplication>
+#include <QTimerEvent>
+
+#include <xcb/xcb.h>
+// The XKB header names a field `explicit`, a C++ keyword.
+#define explicit explicit_
+#include <xcb/xkb.h>
+#undef explicit
+
+namespace {
+
+bool askDetectableAutoRepeat()
+{
+    auto *x11 = qApp ? qApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
+    xcb_connection_t *c = x11 ? x11->connection() : nullptr;
+    if (!c)
+        return false;
+    xcb_xkb_use_extension_reply_t *use = xcb_xkb_use_extension_reply(
+        c, xcb_xkb_use_extension(c, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION), nullptr);
+    const bool xkb = use && use->supported;
+    free(use);
+    if (!xkb)
+        return false;
+    const uint32_t flag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
+    xcb_xkb_per_client_flags_reply_t *r = xcb_xkb_per_client_flags_reply(
+        c, xcb_xkb_per_client_flags(c, XCB_XKB_ID_USE_CORE_KBD, flag, flag, 0, 0, 0), nullptr);
+    const bool granted = r && (r->value & flag);
+    free(r);
+    return granted;
+}
+
+HeldKeys *installed = nullptr;
+bool serverDrops = false;
+
+} // namespace
+
+void HeldKeys::install()
+{
+    if (installed || !qApp)
+        return;
+    const bool x11 = QGuiApplication::platformName() == QLatin1String("xcb");
+    serverDrops = x11 && askDetectableAutoRepeat();
+    installed = new HeldKeys(x11 && !serverDrops, qApp);
+    qApp->installEventFilter(installed);
+    QObject::connect(installed, &QObject::destroyed, [] { installed = nullptr; });
+}
+
+bool HeldKeys::serverDropsRepeatReleases()
+{
+    return serverDrops;
+}
+
+HeldKeys::HeldKeys(bool pairReleases, QObject *parent)
+    : QObject(parent), m_pairReleases(pairReleases)
+{
+}
+
+quint32 HeldKeys::idOf(const QKeyEvent *event)
+{
+    // The physical key; Qt's key code where the platform gives none.
+    return event->nativeScanCode() ? event->nativeScanCode() : 0x80000000u | quint32(event->key());
+}
+
+void HeldKeys::resend(QWindow *window, const QKeyEvent &e, bool autoRepeat)
+{
+    QKeyEvent copy(e.type(), e.key(), e.modifiers(), e.nativeScanCode(), e.nativeVirtualKey(),
+                   e.nativeModifiers(), e.text(), autoRepeat, quint16(e.count()));
+    copy.setTimestamp(e.timestamp());
+    m_resending = true;
+    QCoreApplication::sendEvent(window, &copy);
+    m_resending = false;
+}
+
+void HeldKeys::deliverHeld()
+{
+    m_wait.stop();
+    if (!m_held)
+        return;
+    const Held h = *m_held;
+    m_held.reset();
+    m_down.remove(h.id);
+    if (!h.window)
+        return;
+    QKeyEvent release(QEvent::KeyRelease, h.key, h.modifiers, h.scanCode, h.virtualKey,
+                      h.nativeModifiers, h.text);
+    release.setTimestamp(h.timestamp);
+    m_resending = true;
+    QCoreApplication::sendEvent(h.window, &release);
+    m_resending = false;
+}
+
+void HeldKeys::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() == m_wait.timerId())
+        deliverHeld();
+    else
+        QObject::timerEvent(event);
+}
+
+bool HeldKeys::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::ApplicationStateChange &&
+        QGuiApplication::applicationState() != Qt::ApplicationActive) {
+        // Keys let go while another program had the keyboard never came here.
+        deliverHeld();
+        m_down.clear();
+        return false;
+    }
+    if (m_resending || !watched->isWindowType())
+        return false;
+    switch (event->type()) {
+    case QEvent::KeyPress: {
+        auto *ke = static_cast<QKeyEvent *>(event);
+        const quint32 id = idOf(ke);
+        if (m_held) {
+            const bool pairs = m_held->window == watched && m_held->timestamp == ke->timestamp() &&
+                               m_held->id == id;
+            if (pairs) {
+                // The server's own release and press of a repeat: neither is
+                // the pupil's.
+                m_held.reset();
+                m_wait.stop();
+            } else {
+                deliverHeld();
+            }
+        }
+        if (m_down.contains(id) && !ke->isAutoRepeat()) {
+            resend(static_cast<QWindow *>(watched), *ke, true);
+            return true;
+        }
+        m_down.insert(id);
+        return false;
+    }
+    case QEvent::KeyRelease: {
+        auto *ke = static_cast<QKeyEvent *>(event);
+        if (m_held)
+            deliverHeld();
+        if (ke->isAutoRepeat())
+            return false;
+        const quint32 id = idOf(ke);
+        if (m_pairReleases && m_down.contains(id)) {
+            m_held = Held{static_cast<QWindow *>(watched),
+                          id,
+                          ke->key(),
+                          ke->modifiers(),
+                          ke->nativeScanCode(),
+                          ke->nativeVirtualKey(),
+                          ke->nativeModifiers(),
+                          ke->text(),
+                          ke->timestamp()};
+            m_wait.start(PairingMs, this);
+            return true;
+        }
+        m_down.remove(id);
+        return false;
+    }
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::FocusOut:
+        // Whatever comes after a release is seen after it.
+        if (m_held)
+            deliverHeld();
+        return false;
+    default:
+        return false;
+    }
+}
