@@ -220,6 +220,18 @@ frmOperativo::frmOperativo(AppContext &ctx)
     mnuVisualizza = &get<Menu>("mnuVisualizza");
     mnuIstruzioni = &get<Menu>("mnuIstruzioni");
 
+    // What assistive tools read: each value box by the caption beside it,
+    // each overlay frame by its line of text.
+    const std::pair<Label *, const char *> valori[] = {
+        {LblOperazione, "Label4"},     {lblRisEsatte, "Label8"},    {lblRisErrate, "Label9"},
+        {LblTempoParziale, "Label10"}, {LblTempoTotale, "Label11"},
+    };
+    for (const auto &[valore, didascalia] : valori)
+        valore->setEtichetta(get<Label>(didascalia));
+    fraAiuto->setEtichetta(get<Label>("LblAiuto"));
+    fraIntervento->setEtichetta(get<Label>("lblIntervento"));
+    fraAvviso->setEtichetta(get<Label>("Label7"));
+
     // The faces are drawn, not bitmaps: sharp at any scale factor.
     for (int n = 1; n <= Faccina::Quante; ++n)
         get<Image>(QStringLiteral("Image%1").arg(n).toLatin1().constData())

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QAccessibleWidget>
 #include <QCoreApplication>
+#include <QLabel>
 #include <QMouseEvent>
 #include <QPointer>
 #include <QWidget>
@@ -10,6 +11,57 @@
 namespace {
 
 const char *const KindProperty = "quadrivoControlKind";
+const char *const ScreenProperty = "quadrivoScreen";
+const char *const DecorativeProperty = "quadrivoDecorative";
+// Object names, looked up in the window when asked: a pointer could outlive
+// its widget while a screen is being destroyed.
+const char *const LabelProperty = "quadrivoLabel";
+const char *const LabelForProperty = "quadrivoLabelFor";
+
+QWidget *named(const QWidget *from, const QString &name)
+{
+    return name.isEmpty() ? nullptr : from->window()->findChild<QWidget *>(name);
+}
+
+bool isFrame(const QWidget *w)
+{
+    return w->property(KindProperty).toInt() == int(ControlKind::Frame) &&
+           w->property(KindProperty).isValid();
+}
+
+// A shown sibling stacked above `w` that covers all of it.
+bool covered(const QWidget *w)
+{
+    const QWidget *parent = w->parentWidget();
+    if (!parent)
+        return false;
+    const QObjectList &siblings = parent->children(); // bottom to top
+    bool above = false;
+    for (const QObject *o : siblings) {
+        if (o == w) {
+            above = true;
+            continue;
+        }
+        if (!above || !o->isWidgetType())
+            continue;
+        // Decorations (the start screen's curtain) hide nothing from a
+        // screen reader: it passes over them.
+        const auto *s = static_cast<const QWidget *>(o);
+        if (s->isVisible() && !Accessibility::isDecorative(s) &&
+            s->geometry().contains(w->geometry()))
+            return true;
+    }
+    return false;
+}
+
+// A disabled or covered panel does not show, and neither does its content.
+bool inHiddenPanel(const QWidget *w)
+{
+    for (; w && !w->isWindow(); w = w->parentWidget())
+        if (isFrame(w) && (!w->isEnabled() || covered(w)))
+            return true;
+    return false;
+}
 
 // Holds only the kind, not the control: the control goes before its window
 // when a screen is destroyed.
@@ -17,9 +69,13 @@ class ControlInterface final : public QAccessibleWidget
 {
 public:
     ControlInterface(QWidget *widget, ControlKind kind)
-        : QAccessibleWidget(widget, roleOf(kind)), m_kind(kind)
+        : QAccessibleWidget(widget, roleOf(widget, kind)), m_kind(kind)
     {
     }
+
+    // Asked each time: a screen marks its decorations after the interface
+    // may have been made.
+    QAccessible::Role role() const override { return roleOf(widget(), m_kind); }
 
     QAccessible::State state() const override
     {
@@ -29,7 +85,40 @@ public:
             s.checked = b->isChecked();
             s.pressed = b->isDown();
         }
+        if (Accessibility::isDecorative(widget()))
+            s.focusable = false;
+        if (inHiddenPanel(widget())) {
+            s.invisible = true;
+            s.offscreen = true;
+        }
         return s;
+    }
+
+    QString text(QAccessible::Text t) const override
+    {
+        // The name set by the control (its caption, or its label's).
+        if (t == QAccessible::Name)
+            return widget()->accessibleName();
+        return QAccessibleWidget::text(t);
+    }
+
+    QList<QPair<QAccessibleInterface *, QAccessible::Relation>>
+    relations(QAccessible::Relation match) const override
+    {
+        QList<QPair<QAccessibleInterface *, QAccessible::Relation>> out;
+        if (match & QAccessible::Label) {
+            if (QWidget *l = named(widget(), widget()->property(LabelProperty).toString()))
+                if (QAccessibleInterface *a = QAccessible::queryAccessibleInterface(l))
+                    out.append({a, QAccessible::Label});
+        }
+        if (match & QAccessible::Labelled) {
+            const QStringList names = widget()->property(LabelForProperty).toStringList();
+            for (const QString &n : names)
+                if (QWidget *c = named(widget(), n))
+                    if (QAccessibleInterface *a = QAccessible::queryAccessibleInterface(c))
+                        out.append({a, QAccessible::Labelled});
+        }
+        return out;
     }
 
     QStringList actionNames() const override
@@ -63,8 +152,11 @@ public:
     }
 
 private:
-    static QAccessible::Role roleOf(ControlKind kind)
+    static QAccessible::Role roleOf(const QWidget *widget, ControlKind kind)
     {
+        // A decoration is an unnamed filler, which screen readers pass over.
+        if (Accessibility::isDecorative(widget))
+            return QAccessible::Client;
         switch (kind) {
         case ControlKind::CommandButton:
             return QAccessible::PushButton;
@@ -72,6 +164,8 @@ private:
             return QAccessible::RadioButton;
         case ControlKind::Frame:
             return QAccessible::Grouping;
+        case ControlKind::Label:
+            return QAccessible::StaticText;
         case ControlKind::Line:
             return QAccessible::Separator;
         default:
@@ -89,19 +183,30 @@ private:
     ControlKind m_kind;
 };
 
+// A screen is a frame (a top-level window) named by its caption.
+class ScreenInterface final : public QAccessibleWidget
+{
+public:
+    explicit ScreenInterface(QWidget *widget) : QAccessibleWidget(widget, QAccessible::Window) {}
+};
+
 QAccessibleInterface *factory(const QString &, QObject *object)
 {
     if (!object || !object->isWidgetType())
         return nullptr;
+    auto *widget = static_cast<QWidget *>(object);
+    if (object->property(ScreenProperty).toBool())
+        return new ScreenInterface(widget);
     const QVariant kind = object->property(KindProperty);
     if (!kind.isValid())
         return nullptr;
-    return new ControlInterface(static_cast<QWidget *>(object), ControlKind(kind.toInt()));
+    return new ControlInterface(widget, ControlKind(kind.toInt()));
 }
 
 bool ownDescription(ControlKind kind)
 {
     switch (kind) {
+    case ControlKind::Label:
     case ControlKind::CommandButton:
     case ControlKind::OptionButton:
     case ControlKind::Frame:
@@ -115,18 +220,63 @@ bool ownDescription(ControlKind kind)
     }
 }
 
+void installFactory()
+{
+    // Installed once, before the first interface is asked for; factories
+    // installed later are asked first, so this one wins over Qt's own.
+    static const bool installed = (QAccessible::installFactory(factory), true);
+    (void)installed;
+}
+
 } // namespace
 
 namespace Accessibility {
 
 void describe(QWidget *widget, ControlKind kind)
 {
-    // Installed once, before the first interface is asked for; factories
-    // installed later are asked first, so this one wins over Qt's own.
-    static const bool installed = (QAccessible::installFactory(factory), true);
-    (void)installed;
-    if (ownDescription(kind))
+    installFactory();
+    if (ownDescription(kind)) {
         widget->setProperty(KindProperty, int(kind));
+        // Setting a new label's text already made Qt's description of it
+        // (Qt describes a widget as soon as a text changes): make way.
+        QAccessibleInterface *made = QAccessible::queryAccessibleInterface(widget);
+        if (made && !dynamic_cast<ControlInterface *>(made))
+            QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(made));
+    }
+    // Fixed pictures, lines and shapes only decorate in this program.
+    if (kind == ControlKind::Image || kind == ControlKind::Line || kind == ControlKind::Shape)
+        setDecorative(widget);
+}
+
+void describeScreen(QWidget *window)
+{
+    installFactory();
+    window->setProperty(ScreenProperty, true);
+}
+
+void labelledBy(QWidget *widget, QWidget *label)
+{
+    // Qt describes text boxes and combo boxes itself: it finds their label
+    // through the label's buddy.
+    if (!widget->property(KindProperty).isValid())
+        if (auto *l = qobject_cast<QLabel *>(label))
+            l->setBuddy(widget);
+    widget->setProperty(LabelProperty, label->objectName());
+    QStringList labelFor = label->property(LabelForProperty).toStringList();
+    if (!labelFor.contains(widget->objectName()))
+        labelFor.append(widget->objectName());
+    label->setProperty(LabelForProperty, labelFor);
+}
+
+void setDecorative(QWidget *widget)
+{
+    widget->setProperty(DecorativeProperty, true);
+    widget->setFocusPolicy(Qt::NoFocus);
+}
+
+bool isDecorative(const QWidget *widget)
+{
+    return widget->property(DecorativeProperty).toBool();
 }
 
 } // namespace Accessibility

@@ -9,6 +9,7 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QRegularExpression>
 
 namespace {
 
@@ -150,6 +151,8 @@ void Control::setCaption(const QString &caption)
         m_widget->update();
         applyAccessibleName();
     }
+    for (Control *c : m_etichettati)
+        c->applyAccessibleName();
     if (changed && m_kind == ControlKind::Label)
         raiseChange();
 }
@@ -271,54 +274,68 @@ void Control::setToolTipText(const QString &tip)
 
 namespace {
 
-QString kindWord(ControlKind kind)
+// A caption as a voice reads it: letter-spaced words joined ("E S C I":
+// "ESCI"), runs of blanks made one.
+QString leggibile(const QString &caption)
 {
-    switch (kind) {
-    case ControlKind::Label:
-        return QStringLiteral("Etichetta");
-    case ControlKind::Frame:
-        return QStringLiteral("Riquadro");
-    case ControlKind::OptionButton:
-        return QStringLiteral("Scelta");
-    case ControlKind::CommandButton:
-        return QStringLiteral("Pulsante");
-    case ControlKind::TextBox:
-        return QStringLiteral("Casella di testo");
-    case ControlKind::PictureBox:
-        return QStringLiteral("Disegno");
-    case ControlKind::Image:
-        return QStringLiteral("Immagine");
-    case ControlKind::Line:
-        return QStringLiteral("Linea");
-    case ControlKind::Shape:
-        return QStringLiteral("Forma");
-    case ControlKind::ComboBox:
-        return QStringLiteral("Elenco");
-    case ControlKind::Timer:
-        return QStringLiteral("Timer");
-    case ControlKind::Menu:
-        return QStringLiteral("Menu");
+    static const QRegularExpression spaziate(QStringLiteral("^(\\S )+\\S$"));
+    QStringList parole;
+    for (QString parola :
+         caption.split(QRegularExpression(QStringLiteral(" {2,}")), Qt::SkipEmptyParts)) {
+        parola = parola.trimmed();
+        if (spaziate.match(parola).hasMatch())
+            parola.remove(QLatin1Char(' '));
+        parole << parola.simplified();
     }
-    return {};
+    parole.removeAll(QString());
+    return parole.join(QLatin1Char(' '));
 }
 
 } // namespace
 
 QString Control::accessibleName() const
 {
+    if (m_widget && Accessibility::isDecorative(m_widget))
+        return {};
     const bool captionIsContent = m_kind == ControlKind::TextBox || m_kind == ControlKind::ComboBox;
-    if (!captionIsContent) {
-        const QString caption = m_caption.trimmed();
+    const QString caption = captionIsContent ? QString() : leggibile(m_caption);
+    const QString titolo = m_etichetta ? leggibile(m_etichetta->m_caption) : QString();
+    switch (m_kind) {
+    case ControlKind::Label:
+        // A value box: "Tempo parziale 12", or only the caption while empty.
+        if (!titolo.isEmpty())
+            return caption.isEmpty() ? titolo : titolo + QLatin1Char(' ') + caption;
+        return caption;
+    case ControlKind::Frame:
+        return caption.isEmpty() ? titolo : caption;
+    case ControlKind::CommandButton:
+    case ControlKind::OptionButton:
         if (!caption.isEmpty())
             return caption;
+        return titolo.isEmpty() ? QStringLiteral("tasto vuoto") : titolo;
+    case ControlKind::TextBox:
+    case ControlKind::ComboBox:
+        return titolo.isEmpty() ? ToolTipText() : titolo;
+    default:
+        return caption.isEmpty() ? ToolTipText() : caption;
     }
-    const QString tip = ToolTipText();
-    if (!tip.isEmpty())
-        return tip;
-    QString name = kindWord(m_kind) + QLatin1Char(' ') + m_name;
-    if (m_index >= 0)
-        name += QLatin1Char('(') + QString::number(m_index) + QLatin1Char(')');
-    return name;
+}
+
+void Control::setEtichetta(Control &etichetta)
+{
+    m_etichetta = &etichetta;
+    if (!etichetta.m_etichettati.contains(this))
+        etichetta.m_etichettati.append(this);
+    if (m_widget && etichetta.m_widget)
+        Accessibility::labelledBy(m_widget, etichetta.m_widget);
+    applyAccessibleName();
+}
+
+void Control::setDecorativo()
+{
+    if (m_widget)
+        Accessibility::setDecorative(m_widget);
+    applyAccessibleName();
 }
 
 void Control::applyAccessibleName()

@@ -4,6 +4,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QList>
 #include <QPointer>
 #include <QString>
 #include <QWidget>
@@ -73,11 +74,17 @@ public:
     QString ToolTipText() const;
     void setToolTipText(const QString &tip);
 
-    // What assistive tools call the control: its caption; for a control
-    // without one (pictures, lines, a blank label, a text box whose caption
-    // is its content) its hint, else what it is and its name ("Immagine
-    // Image1(3)").
-    QString accessibleName() const;
+    // What assistive tools call the control, always what is on screen: its
+    // caption; a value box, its label's caption and its value; a frame, its
+    // caption or its title label; a text box or combo box, its label, else
+    // its hint; a key without a caption, "tasto vuoto". Decorations and blank
+    // labels have no name.
+    virtual QString accessibleName() const;
+    // `etichetta`, a label of the same screen, titles this control on screen
+    // (a caption beside a value box, a title over a frame).
+    void setEtichetta(Control &etichetta);
+    // A decoration: assistive tools pass over it and it takes no focus.
+    void setDecorativo();
 
     // Gives the control the focus. A disabled control, or one in a disabled
     // frame, raises "invalid procedure call". On a screen not shown yet the
@@ -135,6 +142,8 @@ protected:
     QColor m_back, m_fore;
     bool m_mousePressed = false;
     Dock m_dock = Dock::None;
+    Control *m_etichetta = nullptr; // the label that titles this control
+    QList<Control *> m_etichettati; // the controls this label titles
 
 public:
     // Re-applies a docked control's edge after its container changed size.

@@ -1,5 +1,6 @@
 #include "platform/Form.h"
 
+#include "platform/Accessibility.h"
 #include "platform/HeldKeys.h"
 #include "platform/ScreenRegistry.h"
 #include "platform/Services.h"
@@ -27,6 +28,7 @@ Form::Form(Services &services, const QString &name)
 {
     setObjectName(name);
     setAttribute(Qt::WA_DeleteOnClose, false);
+    Accessibility::describeScreen(this);
     HeldKeys::install();
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -58,6 +58,9 @@ FrmStampaEsercizio2::FrmStampaEsercizio2(AppContext &ctx)
     LblOp = array<Label>("LblOp");
     Command1 = array<CommandButton>("Command1");
     fraNome = &get<Frame>("fraNome");
+    // The line over the name box titles the box and its frame.
+    fraNome->setEtichetta(get<Label>("Label4"));
+    get<Control>("txtNome").setEtichetta(get<Label>("Label4"));
     Command1.onClick([this](int i) { Command1_Click(i); });
     get<CommandButton>("cmdAvanti").Click = [this] { cmdAvanti_Click(); };
     get<Menu>("mnuStampante").Click = [this] { mnuStampante_Click(); };

@@ -101,6 +101,12 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
     // The curtain covers everything while it opens.
     Picture1->ZOrder(0);
     Picture2->ZOrder(0);
+    // What assistive tools read: the curtain is decoration, and the first two
+    // frames are titled by the lines above them.
+    Picture1->setDecorativo();
+    Picture2->setDecorativo();
+    Frame1->setEtichetta(Label4(2));
+    Frame2->setEtichetta(Label4(3));
     Label6(2).widget()->setCursor(Qt::PointingHandCursor);
     Label5->widget()->setCursor(Qt::PointingHandCursor);
 

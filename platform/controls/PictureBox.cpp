@@ -1,5 +1,7 @@
 #include "platform/controls/PictureBox.h"
 
+#include "platform/Accessibility.h"
+
 #include <QFontMetricsF>
 #include <QPainter>
 
@@ -79,6 +81,7 @@ void PictureBox::Cls()
     CurrentY = 0;
     if (widget())
         widget()->update();
+    applyAccessibleText();
 }
 
 void PictureBox::Print(const QString &text)
@@ -86,6 +89,8 @@ void PictureBox::Print(const QString &text)
     ensureImage();
     const QFontMetricsF fm(m_font, widget());
     m_printed.append({text, CurrentX, CurrentY, m_font, m_ink});
+    if (!text.trimmed().isEmpty())
+        applyAccessibleText();
     if (!text.isEmpty()) {
         QPainter p(&m_image);
         p.setRenderHint(QPainter::TextAntialiasing);
@@ -128,6 +133,29 @@ void PictureBox::setPicture(const QImage &picture)
     m_printed.clear();
     if (widget())
         widget()->update();
+}
+
+QString PictureBox::accessibleName() const
+{
+    const QString own = Control::accessibleName();
+    if (!own.isEmpty() || (widget() && Accessibility::isDecorative(widget())))
+        return own;
+    for (const PrintedLine &l : m_printed)
+        if (!l.text.trimmed().isEmpty())
+            return l.text.simplified();
+    return {};
+}
+
+void PictureBox::applyAccessibleText()
+{
+    if (!widget())
+        return;
+    applyAccessibleName();
+    QStringList righe;
+    for (const PrintedLine &l : m_printed)
+        if (!l.text.trimmed().isEmpty())
+            righe << l.text.simplified();
+    widget()->setAccessibleDescription(righe.join(QLatin1Char('\n')));
 }
 
 void PictureBox::drawPicture(QPainter &painter, double scale) const

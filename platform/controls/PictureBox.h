@@ -55,7 +55,12 @@ public:
     // the box.
     void drawPicture(QPainter &painter, double scale) const;
 
+    // A screen reader reads a drawn page by its first line of text; the
+    // description holds every line.
+    QString accessibleName() const override;
+
 private:
+    void applyAccessibleText();
     void ensureImage();
     friend class PictureWidget;
     QImage m_image;

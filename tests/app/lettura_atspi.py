@@ -1,0 +1,315 @@
+#!/usr/bin/python3
+"""What a screen reader reads of Quadrivo: the real program under Xvfb, with
+the accessibility bus of a private D-Bus session (run this under
+dbus-run-session), each screen reached as a user would and walked through
+AT-SPI (pyatspi, as Orca reads it).
+
+    lettura_atspi.py <Quadrivo> [<folder for the readouts>]
+
+Fails when a screen is not a frame named by its caption, when a name is one
+of the program's own control names, when something focusable or pressable
+has no name, when a decoration is named or focusable, or when what a hidden
+panel holds shows. Prints what each screen reads out."""
+
+import os
+import re
+import subprocess
+import sys
+import tempfile
+import time
+
+import pyatspi
+
+PROGRAMMA = sys.argv[1]
+USCITA = sys.argv[2] if len(sys.argv) > 2 else None
+# A busy machine (builds on both cores) gets more time, never less.
+ATTESA = 30.0 * max(1.0, os.getloadavg()[0] / max(1, os.cpu_count() or 1))
+
+# The program's own names for its controls: a word for the kind and the
+# control's name ("Etichetta LblOperazione"), or a bare control name.
+INTERNI = re.compile(
+    r"^(Etichetta|Riquadro|Scelta|Pulsante|Casella di testo|Disegno|Immagine|Linea|Forma|Elenco) "
+    r"|\b(Label|Lbl|lbl|Frame|fra|Fra|Picture|Image|Line|Command|Option|opt|txt|cmd|Combo)[A-Za-z]*\d*(_\d+|\(\d+\))?$")
+
+errori = []
+
+
+def errore(testo):
+    errori.append(testo)
+    print("ERRORE: " + testo, flush=True)
+
+
+def aspetta(condizione, cosa):
+    fine = time.time() + ATTESA
+    while time.time() < fine:
+        risultato = condizione()
+        if risultato:
+            return risultato
+        time.sleep(0.1)
+    raise RuntimeError("non arrivato in %.0f s: %s" % (ATTESA, cosa))
+
+
+def stato(o, s):
+    return o.getState().contains(s)
+
+
+def figli(o):
+    for i in range(o.childCount):
+        c = o.getChildAtIndex(i)
+        if c is not None:
+            yield c
+
+
+def applicazione():
+    desktop = pyatspi.Registry.getDesktop(0)
+    for a in figli(desktop):
+        if a.name == "Quadrivo":
+            return a
+    return None
+
+
+def finestra(titolo):
+    app = applicazione()
+    if app is None:
+        return None
+    for f in figli(app):
+        if f.name == titolo and stato(f, pyatspi.STATE_SHOWING):
+            return f
+    return None
+
+
+def tutti(o):
+    yield o
+    for c in figli(o):
+        yield from tutti(c)
+
+
+def trova(radice, nome, ruoli=("push button", "radio button", "menu item")):
+    for o in tutti(radice):
+        if o.name == nome and o.getRoleName() in ruoli and stato(o, pyatspi.STATE_SHOWING) \
+                and stato(o, pyatspi.STATE_ENABLED):
+            return o
+    return None
+
+
+def premi(radice, nome):
+    o = aspetta(lambda: trova(radice, nome), "'%s' da premere" % nome)
+    azioni = o.queryAction()
+    for i in range(azioni.nActions):
+        if azioni.getName(i).lower() in ("press", "click", "toggle"):
+            azioni.doAction(i)
+            return
+    raise RuntimeError("'%s' non ha un'azione di pressione" % nome)
+
+
+def clicca(radice, nome):
+    """A real click, for what opens a modal screen (its own event loop would
+    hold up the answer to an accessibility call)."""
+    o = aspetta(lambda: trova(radice, nome), "'%s' da cliccare" % nome)
+    e = o.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+    subprocess.run(["xdotool", "mousemove", str(e.x + e.width // 2), str(e.y + e.height // 2),
+                    "click", "1"], check=True)
+
+
+def relazioni(o):
+    out = []
+    for r in o.getRelationSet():
+        nomi = [r.getTarget(i).name for i in range(r.getNTargets())]
+        out.append("%s %s" % (r.getRelationType().value_nick, ", ".join(nomi)))
+    return out
+
+
+def controlla(schermata, f, titolo):
+    """The rules, and the readout: what shows, as a screen reader has it."""
+    if f.getRoleName() != "frame":
+        errore("%s: la finestra è '%s', non un frame" % (schermata, f.getRoleName()))
+    if f.name != titolo:
+        errore("%s: la finestra si chiama '%s'" % (schermata, f.name))
+    righe = ["%s: frame \"%s\"" % (schermata, f.name)]
+
+    def visita(o, livello, nascosto):
+        ruolo = o.getRoleName()
+        nome = o.name or ""
+        mostra = stato(o, pyatspi.STATE_SHOWING)
+        dove = "%s: %s \"%s\"" % (schermata, ruolo, nome)
+        if INTERNI.search(nome):
+            errore(dove + ": nome interno")
+        # Qt's own list inside a combo box is named by the combo box.
+        dentro_elenco = o.parent is not None and o.parent.getRoleName() == "combo box"
+        if stato(o, pyatspi.STATE_FOCUSABLE) and not nome.strip() and ruolo != "filler" \
+                and not dentro_elenco:
+            errore(dove + ": prende il fuoco senza nome")
+        if ruolo == "filler" and livello > 1:
+            if nome or stato(o, pyatspi.STATE_FOCUSABLE):
+                errore(dove + ": una decorazione ha un nome o prende il fuoco")
+        if ruolo in ("image", "separator") and not nome:
+            errore(dove + ": immagine senza nome")
+        if nascosto and mostra:
+            errore(dove + ": si mostra dentro un pannello nascosto")
+        if mostra and (nome or relazioni(o)) and ruolo != "filler":
+            extra = []
+            if not stato(o, pyatspi.STATE_ENABLED):
+                extra.append("disabilitato")
+            extra += relazioni(o)
+            righe.append("%s%s \"%s\"%s" % ("  " * livello, ruolo, nome,
+                                              " [" + "; ".join(extra) + "]" if extra else ""))
+        for c in figli(o):
+            visita(c, livello + 1, nascosto or (ruolo == "panel" and not mostra))
+
+    for c in figli(f):
+        visita(c, 1, False)
+    testo = "\n".join(righe) + "\n"
+    print(testo, flush=True)
+    if USCITA:
+        with open(os.path.join(USCITA, schermata + ".txt"), "w") as out:
+            out.write(testo)
+    return testo
+
+
+def schermata(nome, titolo):
+    f = aspetta(lambda: finestra(titolo), "la finestra '%s'" % titolo)
+    time.sleep(0.3)  # let the first paint and the curtain's start settle
+    return f, controlla(nome, f, titolo)
+
+
+def avvia_xvfb():
+    r, w = os.pipe()
+    xvfb = subprocess.Popen(["Xvfb", "-displayfd", str(w), "-screen", "0", "1280x1024x24",
+                             "-nolisten", "tcp"], pass_fds=(w,), stderr=subprocess.DEVNULL)
+    os.close(w)
+    numero = b""
+    while not numero.endswith(b"\n"):
+        pezzo = os.read(r, 16)
+        if not pezzo:
+            raise RuntimeError("Xvfb non è partito")
+        numero += pezzo
+    os.close(r)
+    return xvfb, ":" + numero.decode().strip()
+
+
+def main():
+    if "DBUS_SESSION_BUS_ADDRESS" not in os.environ:
+        sys.exit("avviare sotto dbus-run-session")
+    xvfb, display = avvia_xvfb()
+    os.environ["DISPLAY"] = display
+    bus = subprocess.Popen(["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"],
+                           stderr=subprocess.DEVNULL)
+    cartella = tempfile.mkdtemp(prefix="quadrivo-atspi-")
+    env = dict(os.environ, QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
+               XDG_RUNTIME_DIR=cartella)
+    os.chmod(cartella, 0o700)
+    quadrivo = subprocess.Popen([PROGRAMMA], cwd=cartella, env=env)
+    try:
+        percorso(quadrivo)
+    finally:
+        if quadrivo.poll() is None:
+            quadrivo.kill()
+        quadrivo.wait()
+        bus.terminate()
+        xvfb.terminate()
+        bus.wait()
+        xvfb.wait()
+    if errori:
+        print("%d errori" % len(errori))
+        sys.exit(1)
+    print("ok")
+
+
+def percorso(quadrivo):
+    inizio, testo = schermata("FrmInizio", "SISTEMA DECIMALE: scomposizione")
+    for atteso in ('panel "Scomponi i ..." [labelled-by Scomponi i ...]',
+                   'radio button "numeri interi"'):
+        if atteso not in testo:
+            errore("FrmInizio: manca %s" % atteso)
+    # The later choices wait: their panels do not show yet.
+    if 'radio button "Vai"' in testo:
+        errore("FrmInizio: 'Vai' si mostra prima delle scelte")
+
+    clicca(inizio, "Opzioni")
+    opzioni, _ = schermata("FrmOpzioni", aspetta(lambda: altra_finestra(inizio), "le opzioni").name)
+    chiudi_modale(opzioni)
+
+    clicca(inizio, "Autore")
+    autore, _ = schermata("frmAutore", aspetta(lambda: altra_finestra(inizio), "l'autore").name)
+    chiudi_modale(autore)
+
+    premi(inizio, "Stampa le schede")
+    schede = aspetta(lambda: altra_finestra(inizio), "le schede")
+    schede, _ = schermata("FrmStampaSchede", schede.name)
+    premi(schede, "Scegli stampante")
+    stampante = aspetta(lambda: altra_finestra(inizio, schede), "la stampante")
+    stampante, _ = schermata("frmSceltaStampante", stampante.name)
+    premi(stampante, "CHIUDI")
+    aspetta(lambda: altra_finestra(inizio, schede) is None, "la chiusura della stampante")
+
+    premi(schede, "ESCI")
+    aspetta(lambda: altra_finestra(inizio) is None, "la chiusura delle schede")
+
+    premi(inizio, "numeri interi")
+    premi(inizio, "u d c m")
+    premi(inizio, "Vai")
+    esercizio, testo = schermata("frmOperativo", "SCOMPOSIZIONE")
+    for atteso in ('label "Tempo parziale" [labelled-by Tempo parziale]',
+                   'label "Tempo parziale" [label-for Tempo parziale]',
+                   'panel "VALUTAZIONE"', 'push button "Verifica" [disabilitato]'):
+        if atteso not in testo:
+            errore("frmOperativo: manca %s" % atteso)
+    for nascosto in ("Ti aiuto ?", "Intervengo io", "Esercitazione terminata"):
+        if nascosto in testo:
+            errore("frmOperativo: '%s' si mostra sotto il tastierino" % nascosto)
+
+    # A wrong answer: one digit and one symbol, then the check.
+    premi(esercizio, "1")
+    premi(esercizio, "m")
+    premi(esercizio, "Verifica")
+    aspetta(lambda: trova(esercizio, "Si"), "l'offerta di aiuto")
+    _, testo = schermata("frmOperativo-aiuto", "SCOMPOSIZIONE")
+    if 'panel "Ti aiuto ?"' not in testo or 'push button "Si"' not in testo:
+        errore("frmOperativo-aiuto: l'aiuto non si mostra")
+    if 'push button "Cancella"' in testo:
+        errore("frmOperativo-aiuto: il tastierino coperto si mostra")
+    premi(esercizio, "Si")
+
+    clicca(esercizio, "Istruzioni")
+    istruzioni = aspetta(lambda: altra_finestra(inizio, esercizio), "le istruzioni")
+    istruzioni, _ = schermata("frmIstruzioni", istruzioni.name)
+    chiudi_modale(istruzioni)
+
+    premi(esercizio, "Visualizza operazioni")
+    resoconto = aspetta(lambda: altra_finestra(inizio, esercizio), "il resoconto")
+    resoconto, testo = schermata("FrmStampaEsercizio2", resoconto.name)
+    if "ESERCIZI ESEGUITI" not in testo:
+        errore("FrmStampaEsercizio2: il titolo spaziato non si legge come parole")
+    nomi = [o.name for o in tutti(resoconto) if o.getRoleName() == "push button"]
+    premi(resoconto, nomi[2])
+    nome = aspetta(lambda: altra_finestra(inizio, esercizio, resoconto), "il nome")
+    schermata("frmNome", nome.name)
+    premi(resoconto, nomi[3])
+    attestato = aspetta(lambda: altra_finestra(inizio, esercizio, resoconto, nome), "l'attestato")
+    schermata("FrmAttestato", attestato.name)
+
+
+def altra_finestra(*note):
+    app = applicazione()
+    if app is None:
+        return None
+    for f in figli(app):
+        if f.getRoleName() == "frame" and stato(f, pyatspi.STATE_SHOWING) \
+                and all(f.name != n.name for n in note):
+            return f
+    return None
+
+
+def chiudi_modale(f):
+    for nome in ("Esci", "ESCI", "OK", "Ok", "Chiudi", "CHIUDI", "Torna", "TORNA"):
+        o = trova(f, nome)
+        if o is not None:
+            premi(f, nome)
+            aspetta(lambda: not stato(f, pyatspi.STATE_SHOWING), "la chiusura di '%s'" % f.name)
+            return
+    nomi = [o.name for o in tutti(f) if o.getRoleName() in ("push button", "radio button")]
+    raise RuntimeError("'%s': nessun pulsante per chiudere tra %s" % (f.name, nomi))
+
+
+if __name__ == "__main__":
+    main()
