@@ -39,9 +39,15 @@ def errore(testo):
     print("ERRORE: " + testo, flush=True)
 
 
+QUADRIVO = None
+
+
 def aspetta(condizione, cosa):
     fine = time.time() + ATTESA
     while time.time() < fine:
+        if QUADRIVO is not None and QUADRIVO.poll() is not None:
+            raise RuntimeError("Quadrivo è terminato (stato %d) aspettando %s"
+                               % (QUADRIVO.returncode, cosa))
         risultato = condizione()
         if risultato:
             return risultato
@@ -184,7 +190,15 @@ def avvia_xvfb():
             raise RuntimeError("Xvfb non è partito")
         numero += pezzo
     os.close(r)
-    return xvfb, ":" + numero.decode().strip()
+    display = ":" + numero.decode().strip()
+    # The server answers before the program is started on it.
+    fine = time.time() + ATTESA
+    while subprocess.run(["xdotool", "getmouselocation"], env=dict(os.environ, DISPLAY=display),
+                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode != 0:
+        if xvfb.poll() is not None or time.time() > fine:
+            raise RuntimeError("Xvfb su %s non risponde" % display)
+        time.sleep(0.1)
+    return xvfb, display
 
 
 def main():
@@ -198,7 +212,8 @@ def main():
     env = dict(os.environ, QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
                XDG_RUNTIME_DIR=cartella)
     os.chmod(cartella, 0o700)
-    quadrivo = subprocess.Popen([PROGRAMMA], cwd=cartella, env=env)
+    global QUADRIVO
+    quadrivo = QUADRIVO = subprocess.Popen([PROGRAMMA], cwd=cartella, env=env)
     try:
         percorso(quadrivo)
     finally:
