@@ -358,6 +358,8 @@ private slots:
             anteprima.save(dove + QStringLiteral("-anteprima.png"));
             stampata.save(dove + QStringLiteral("-stampata.png"));
             pagina.save(dove + QStringLiteral("-pagina.png"));
+            QFile::remove(dove + QStringLiteral(".pdf"));
+            QFile::copy(file, dove + QStringLiteral(".pdf"));
         }
         auto inchiostro = [](const QImage &img, int x, int y) {
             return x >= 0 && y >= 0 && x < img.width() && y < img.height() &&
