@@ -1,4 +1,5 @@
 #include "support/PrivateCupsDaemon.h"
+#include "support/Scadenze.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -142,7 +143,7 @@ bool PrivateCupsDaemon::start()
         m_error = QStringLiteral("cupsd did not start: %1").arg(m_cupsd.errorString());
         return false;
     }
-    const QDeadlineTimer deadline(20000);
+    const QDeadlineTimer deadline(Scadenze::ms(20000));
     while (!QFileInfo(socketPath()).exists()) {
         if (m_cupsd.state() != QProcess::Running || deadline.hasExpired()) {
             m_cupsd.waitForFinished(100);
@@ -250,7 +251,7 @@ QStringList PrivateCupsDaemon::jobs(const QString &name)
     process.start(QStringLiteral("lpstat"),
                   {QStringLiteral("-W"), QStringLiteral("all"), QStringLiteral("-o"), name});
     QStringList ids;
-    if (!process.waitForFinished(30000))
+    if (!process.waitForFinished(Scadenze::ms(30000)))
         return ids;
     // "Aula-3   root   2048   Mon 23 Nov ..."
     for (const QString &line : QString::fromLocal8Bit(process.readAllStandardOutput())
@@ -266,7 +267,7 @@ bool PrivateCupsDaemon::remove(const QString &name)
 
 bool PrivateCupsDaemon::waitForOutput(const QString &file, int timeoutMs) const
 {
-    const QDeadlineTimer deadline(timeoutMs);
+    const QDeadlineTimer deadline(Scadenze::ms(timeoutMs));
     do {
         QFile f(file);
         if (f.open(QIODevice::ReadOnly) && f.size() > 0) {
@@ -296,7 +297,7 @@ bool PrivateCupsDaemon::run(const QString &program, const QStringList &arguments
     process.setProcessEnvironment(environment());
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(program, arguments);
-    if (!process.waitForStarted() || !process.waitForFinished(30000)) {
+    if (!process.waitForStarted() || !process.waitForFinished(Scadenze::ms(30000))) {
         m_error = QStringLiteral("%1: %2").arg(program, process.errorString());
         return false;
     }
