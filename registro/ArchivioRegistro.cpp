@@ -254,6 +254,19 @@ ArchivioRegistro::Esito ArchivioRegistro::fallito(const QSqlError &errore)
     }
 }
 
+// A series' exercises, then the series itself; false with the error in `q`.
+bool ArchivioRegistro::cancellaSerie(QSqlQuery &q, const QString &codice)
+{
+    for (const char *istruzione : {"DELETE FROM esercizi WHERE codice_serie = :codice",
+                                   "DELETE FROM serie WHERE codice = :codice"}) {
+        q.prepare(QLatin1String(istruzione));
+        q.bindValue(QStringLiteral(":codice"), codice);
+        if (!q.exec())
+            return false;
+    }
+    return true;
+}
+
 ArchivioRegistro::Esito ArchivioRegistro::scrivi(const SerieRegistrata &s)
 {
     const Esito e = scriviSerie(s);
@@ -276,13 +289,8 @@ ArchivioRegistro::Esito ArchivioRegistro::scriviSerie(const SerieRegistrata &s)
         return esito;
     };
     QSqlQuery q(m_db);
-    for (const char *istruzione : {"DELETE FROM esercizi WHERE codice_serie = :codice",
-                                   "DELETE FROM serie WHERE codice = :codice"}) {
-        q.prepare(QLatin1String(istruzione));
-        q.bindValue(QStringLiteral(":codice"), s.codice);
-        if (!q.exec())
-            return annulla(q.lastError());
-    }
+    if (!cancellaSerie(q, s.codice))
+        return annulla(q.lastError());
     q.prepare(QStringLiteral("INSERT INTO serie (%1) VALUES (:codice, :inizio, :fine, :nome, "
                              ":tipo_numeri, :numeri, :famiglia, :simboli, :ordine, :esercizi, "
                              ":esatte, :errate, :tempo_totale, :terminata, :valutazione, "
@@ -401,15 +409,10 @@ ArchivioRegistro::Esito ArchivioRegistro::elimina(const QString &codice)
     if (!m_db.transaction())
         return fallito(m_db.lastError());
     QSqlQuery q(m_db);
-    for (const char *istruzione : {"DELETE FROM esercizi WHERE codice_serie = :codice",
-                                   "DELETE FROM serie WHERE codice = :codice"}) {
-        q.prepare(QLatin1String(istruzione));
-        q.bindValue(QStringLiteral(":codice"), codice);
-        if (!q.exec()) {
-            const Esito esito = fallito(q.lastError());
-            m_db.rollback();
-            return esito;
-        }
+    if (!cancellaSerie(q, codice)) {
+        const Esito esito = fallito(q.lastError());
+        m_db.rollback();
+        return esito;
     }
     if (!m_db.commit()) {
         const Esito esito = fallito(m_db.lastError());

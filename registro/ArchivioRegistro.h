@@ -5,6 +5,7 @@
 
 #include <QDate>
 #include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QString>
 
 class QSqlError;
@@ -66,6 +67,7 @@ public:
 
 private:
     Esito scriviSerie(const SerieRegistrata &serie);
+    static bool cancellaSerie(QSqlQuery &q, const QString &codice);
     Esito apriSQLite();
     Esito apriPostgreSQL();
     Esito prepara();
