@@ -212,6 +212,10 @@ ArchivioRegistro::Esito ArchivioRegistro::apriPostgreSQL()
         m_errore = m_db.lastError().text();
         return NonRaggiungibile;
     }
+    // A table locked by another program is waited for briefly, then told;
+    // this thread must be free for the next attempt.
+    QSqlQuery(m_db).exec(QStringLiteral("SET lock_timeout = 2000"));
+    QSqlQuery(m_db).exec(QStringLiteral("SET statement_timeout = 20000"));
     return prepara();
 }
 
@@ -231,6 +235,16 @@ ArchivioRegistro::Esito ArchivioRegistro::fallito(const QSqlError &errore)
     if (!errore.text().trimmed().isEmpty())
         m_errore = errore.text();
     if (m_impostazioni.tipo == ImpostazioniRegistro::PostgreSQL) {
+        const QString stato = errore.nativeErrorCode();
+        auto codice = [&](const char *c) {
+            return stato == QLatin1String(c) || m_errore.contains(QStringLiteral("(%1)").arg(c));
+        };
+        // A read-only database, or a user who may only read.
+        if (codice("25006") || codice("42501"))
+            return SolaLettura;
+        // A table locked by another session past lock_timeout.
+        if (codice("55P03") || codice("57014"))
+            return Bloccato;
         // A connection lost on the way: the server is gone, not the data.
         if (errore.type() == QSqlError::ConnectionError || !m_db.isOpen() ||
             m_errore.contains(QLatin1String("connection"), Qt::CaseInsensitive) ||
@@ -270,8 +284,11 @@ bool ArchivioRegistro::cancellaSerie(QSqlQuery &q, const QString &codice)
 ArchivioRegistro::Esito ArchivioRegistro::scrivi(const SerieRegistrata &s)
 {
     const Esito e = scriviSerie(s);
-    // A connection lost goes; the next write opens a new one.
-    if (e == NonRaggiungibile)
+    // A connection lost goes; the next write opens a new one. A server's
+    // session that failed goes too: the next one sees the database as it is
+    // then (read-only lifted, rights granted).
+    if (e == NonRaggiungibile ||
+        (e != Ok && m_impostazioni.tipo == ImpostazioniRegistro::PostgreSQL))
         chiudi();
     return e;
 }
