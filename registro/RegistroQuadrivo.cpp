@@ -170,7 +170,7 @@ QString RegistroQuadrivo::testoProblema(int esito, const QString &dettaglio,
                              "fino ad allora.")
                   .arg(come, quando)
             : QStringLiteral("Le serie sono tenute su questo computer, in %1, e saranno %2 %3, "
-                             "anche dopo aver chiuso Quadrivo.")
+                             "anche se Quadrivo viene chiuso.")
                   .arg(cartellaAttesa, come, quando);
     const QString motivo = dettaglio.trimmed().isEmpty()
                                ? QString()

@@ -319,7 +319,7 @@ private slots:
             QCOMPARE(r->t.notices->notices.size(), 1);
             const QString avviso = r->t.notices->notices.first();
             QVERIFY2(avviso.contains("in uso") && avviso.contains(i.attesa) &&
-                         avviso.contains("anche dopo aver chiuso Quadrivo"),
+                         avviso.contains("anche se Quadrivo viene chiuso"),
                      qPrintable(avviso));
             QVERIFY(r->t.errors->errors.isEmpty());
             attesa = AttesaRegistro(i.attesa).tutte();
