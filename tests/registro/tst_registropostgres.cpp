@@ -178,6 +178,38 @@ private slots:
         QCOMPARE(int(sulServer().size()), prima + 1);
     }
 
+    void theQueueFileOfAnEarlierVersionIsSentAtTheNextStartAndRemoved()
+    {
+        schemaPronto();
+        const int prima = int(sulServer().size());
+        SerieRegistrata s;
+        s.codice = QStringLiteral("coda-di-prima");
+        s.inizio = QDateTime(QDate(2026, 10, 5), QTime(9, 30, 0));
+        s.fine = s.inizio.addSecs(75);
+        s.nome = QStringLiteral("LUCA");
+        s.numeri = QStringLiteral("Scomponi: numeri interi");
+        s.simboli = QStringLiteral("uk h da u");
+        s.ordine = QStringLiteral("simboli decrescenti");
+        s.esatte = 2;
+        s.tempoTotale = 75;
+        s.postazione = QStringLiteral("aula-2");
+        s.esercizi = {{1, QStringLiteral("riga uno"), 30}, {2, QStringLiteral("riga due"), 45}};
+        {
+            ArchivioRegistro coda(ImpostazioniRegistro::sqlite(impostazioni().coda), "di-prima");
+            QCOMPARE(coda.scrivi(s), ArchivioRegistro::Ok);
+        }
+        ConRegistro r(impostazioni());
+        r.registro->attendi();
+        const QList<SerieRegistrata> serie = sulServer();
+        QCOMPARE(int(serie.size()), prima + 1);
+        const auto scritta = std::find_if(serie.begin(), serie.end(),
+                                          [&](const auto &x) { return x.codice == s.codice; });
+        QVERIFY(scritta != serie.end());
+        confrontaSerie(*scritta, s);
+        QVERIFY(!QFile::exists(impostazioni().coda));
+        QVERIFY(r.t.notices->notices.isEmpty());
+    }
+
     void aServerUnreachableAtFirstUseIsToldOnceAndTheSeriesSentLater_data()
     {
         QTest::addColumn<bool>("portaSbagliata");
@@ -315,9 +347,17 @@ private slots:
         const double attesaMs = orologio.nsecsElapsed() / 1e6;
         qInfo("interface thread: %lld ticks in %.0f ms, longest pause %.1f ms", battiti, attesaMs,
               pausaMassima / 1e6);
+        // Measured while the writer waited (its lock_timeout is 2 s); a
+        // stalled interface would show the whole wait as one pause.
+        QVERIFY2(attesaMs > 100, qPrintable(QString::number(attesaMs)));
         QVERIFY(battiti > 10);
-        QVERIFY2(pausaMassima / 1e6 < Scadenze::ms(25),
-                 qPrintable(QString::number(pausaMassima / 1e6)));
+#ifdef __SANITIZE_ADDRESS__
+        const int pausaAmmessa = Scadenze::ms(100); // every call is slower there
+#else
+        const int pausaAmmessa = Scadenze::ms(25);
+#endif
+        QVERIFY2(pausaMassima / 1e6 < pausaAmmessa,
+                 qPrintable(QStringLiteral("%1 ms").arg(pausaMassima / 1e6)));
 
         const QString avviso = r.t.notices->notices.first();
         QVERIFY2(avviso.contains("in uso") && avviso.contains(impostazioni().attesa),
