@@ -212,6 +212,10 @@ ArchivioRegistro::Esito ArchivioRegistro::apriPostgreSQL()
         m_errore = m_db.lastError().text();
         return NonRaggiungibile;
     }
+    // A table locked by another program is waited for briefly, then told;
+    // this thread must be free for the next attempt.
+    QSqlQuery(m_db).exec(QStringLiteral("SET lock_timeout = 2000"));
+    QSqlQuery(m_db).exec(QStringLiteral("SET statement_timeout = 20000"));
     return prepara();
 }
 
@@ -231,6 +235,16 @@ ArchivioRegistro::Esito ArchivioRegistro::fallito(const QSqlError &errore)
     if (!errore.text().trimmed().isEmpty())
         m_errore = errore.text();
     if (m_impostazioni.tipo == ImpostazioniRegistro::PostgreSQL) {
+        const QString stato = errore.nativeErrorCode();
+        auto codice = [&](const char *c) {
+            return stato == QLatin1String(c) || m_errore.contains(QStringLiteral("(%1)").arg(c));
+        };
+        // A read-only database, or a user who may only read.
+        if (codice("25006") || codice("42501"))
+            return SolaLettura;
+        // A table locked by another session past lock_timeout.
+        if (codice("55P03") || codice("57014"))
+            return Bloccato;
         // A connection lost on the way: the server is gone, not the data.
         if (errore.type() == QSqlError::ConnectionError || !m_db.isOpen() ||
             m_errore.contains(QLatin1String("connection"), Qt::CaseInsensitive) ||
@@ -259,7 +273,10 @@ bool ArchivioRegistro::cancellaSerie(QSqlQuery &q, const QString &codice)
 {
     for (const char *istruzione : {"DELETE FROM esercizi WHERE codice_serie = :codice",
                                    "DELETE FROM serie WHERE codice = :codice"}) {
-        q.prepare(QLatin1String(istruzione));
+        // On a server, preparing already takes the table's lock: a prepare
+        // that fails is a failure, not an empty statement to run.
+        if (!q.prepare(QLatin1String(istruzione)))
+            return false;
         q.bindValue(QStringLiteral(":codice"), codice);
         if (!q.exec())
             return false;
@@ -270,8 +287,11 @@ bool ArchivioRegistro::cancellaSerie(QSqlQuery &q, const QString &codice)
 ArchivioRegistro::Esito ArchivioRegistro::scrivi(const SerieRegistrata &s)
 {
     const Esito e = scriviSerie(s);
-    // A connection lost goes; the next write opens a new one.
-    if (e == NonRaggiungibile)
+    // A connection lost goes; the next write opens a new one. A server's
+    // session that failed goes too: the next one sees the database as it is
+    // then (read-only lifted, rights granted).
+    if (e == NonRaggiungibile ||
+        (e != Ok && m_impostazioni.tipo == ImpostazioniRegistro::PostgreSQL))
         chiudi();
     return e;
 }
@@ -291,11 +311,14 @@ ArchivioRegistro::Esito ArchivioRegistro::scriviSerie(const SerieRegistrata &s)
     QSqlQuery q(m_db);
     if (!cancellaSerie(q, s.codice))
         return annulla(q.lastError());
-    q.prepare(QStringLiteral("INSERT INTO serie (%1) VALUES (:codice, :inizio, :fine, :nome, "
-                             ":tipo_numeri, :numeri, :famiglia, :simboli, :ordine, :esercizi, "
-                             ":esatte, :errate, :tempo_totale, :terminata, :valutazione, "
-                             ":postazione)")
-                  .arg(Colonne));
+    const bool pronta =
+        q.prepare(QStringLiteral("INSERT INTO serie (%1) VALUES (:codice, :inizio, :fine, :nome, "
+                                 ":tipo_numeri, :numeri, :famiglia, :simboli, :ordine, :esercizi, "
+                                 ":esatte, :errate, :tempo_totale, :terminata, :valutazione, "
+                                 ":postazione)")
+                      .arg(Colonne));
+    if (!pronta)
+        return annulla(q.lastError());
     q.bindValue(QStringLiteral(":codice"), s.codice);
     q.bindValue(QStringLiteral(":inizio"), testoData(s.inizio));
     q.bindValue(QStringLiteral(":fine"), testoData(s.fine));
@@ -314,8 +337,9 @@ ArchivioRegistro::Esito ArchivioRegistro::scriviSerie(const SerieRegistrata &s)
     q.bindValue(QStringLiteral(":postazione"), testo(s.postazione));
     if (!q.exec())
         return annulla(q.lastError());
-    q.prepare(QStringLiteral("INSERT INTO esercizi (codice_serie, numero, riga, secondi) "
-                             "VALUES (:codice, :numero, :riga, :secondi)"));
+    if (!q.prepare(QStringLiteral("INSERT INTO esercizi (codice_serie, numero, riga, secondi) "
+                                  "VALUES (:codice, :numero, :riga, :secondi)")))
+        return annulla(q.lastError());
     for (const SerieRegistrata::Esercizio &es : s.esercizi) {
         q.bindValue(QStringLiteral(":codice"), s.codice);
         q.bindValue(QStringLiteral(":numero"), es.numero);
@@ -344,14 +368,14 @@ QList<SerieRegistrata> ArchivioRegistro::elenco(const Filtro &filtro, Esito *esi
         sql += QStringLiteral(" ORDER BY inizio DESC, codice DESC");
         QSqlQuery q(m_db);
         q.setForwardOnly(true);
-        q.prepare(sql);
+        const bool pronta = q.prepare(sql);
         if (!filtro.nome.trimmed().isEmpty())
             q.bindValue(QStringLiteral(":nome"), modelloLike(filtro.nome));
         if (filtro.dal.isValid())
             q.bindValue(QStringLiteral(":dal"), filtro.dal.toString(Qt::ISODate));
         if (filtro.al.isValid())
             q.bindValue(QStringLiteral(":al"), filtro.al.addDays(1).toString(Qt::ISODate));
-        if (q.exec()) {
+        if (pronta && q.exec()) {
             while (q.next())
                 risultato.append(leggiSerie(q));
         } else {
@@ -371,10 +395,11 @@ QList<SerieRegistrata::Esercizio> ArchivioRegistro::righe(const QString &codice,
     Esito e = apri();
     if (e == Ok) {
         QSqlQuery q(m_db);
-        q.prepare(QStringLiteral("SELECT numero, riga, secondi FROM esercizi "
-                                 "WHERE codice_serie = :codice ORDER BY numero"));
+        const bool pronta =
+            q.prepare(QStringLiteral("SELECT numero, riga, secondi FROM esercizi "
+                                     "WHERE codice_serie = :codice ORDER BY numero"));
         q.bindValue(QStringLiteral(":codice"), codice);
-        if (q.exec()) {
+        if (pronta && q.exec()) {
             while (q.next())
                 risultato.append(
                     {q.value(0).toInt(), q.value(1).toString(), q.value(2).toDouble()});
@@ -430,12 +455,15 @@ ArchivioRegistro::Esito ArchivioRegistro::eliminaAlunno(const QString &nome, int
     if (!m_db.transaction())
         return fallito(m_db.lastError());
     QSqlQuery q(m_db);
-    q.prepare(QStringLiteral("DELETE FROM esercizi WHERE codice_serie IN "
-                             "(SELECT codice FROM serie WHERE nome = :nome)"));
-    q.bindValue(QStringLiteral(":nome"), nome);
-    bool fatto = q.exec();
+    bool fatto = q.prepare(QStringLiteral("DELETE FROM esercizi WHERE codice_serie IN "
+                                          "(SELECT codice FROM serie WHERE nome = :nome)"));
     if (fatto) {
-        q.prepare(QStringLiteral("DELETE FROM serie WHERE nome = :nome"));
+        q.bindValue(QStringLiteral(":nome"), nome);
+        fatto = q.exec();
+    }
+    if (fatto)
+        fatto = q.prepare(QStringLiteral("DELETE FROM serie WHERE nome = :nome"));
+    if (fatto) {
         q.bindValue(QStringLiteral(":nome"), nome);
         fatto = q.exec();
     }

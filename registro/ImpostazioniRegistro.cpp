@@ -9,6 +9,7 @@ namespace {
 
 const char *const NomeFile = "registro.sqlite";
 const char *const NomeCoda = "registro-in-attesa.sqlite";
+const char *const NomeAttesa = "registro-in-attesa";
 
 } // namespace
 
@@ -35,6 +36,7 @@ ImpostazioniRegistro ImpostazioniRegistro::sqlite(const QString &percorso)
 ImpostazioniRegistro ImpostazioniRegistro::daRiga(const QString &riga, const QString &cartella)
 {
     ImpostazioniRegistro predefinite = sqlite(QDir(cartella).filePath(QLatin1String(NomeFile)));
+    predefinite.attesa = QDir(cartella).filePath(QLatin1String(NomeAttesa));
     const QString testo = riga.trimmed();
     if (testo.isEmpty())
         return predefinite;
@@ -45,7 +47,9 @@ ImpostazioniRegistro ImpostazioniRegistro::daRiga(const QString &riga, const QSt
             predefinite.errore = QStringLiteral("manca il percorso del file SQLite");
             return predefinite;
         }
-        return sqlite(resto);
+        ImpostazioniRegistro i = sqlite(resto);
+        i.attesa = predefinite.attesa;
+        return i;
     }
     if (tipo != QLatin1String("postgresql")) {
         predefinite.errore = QStringLiteral("tipo di registro sconosciuto: %1").arg(tipo);
@@ -54,6 +58,7 @@ ImpostazioniRegistro ImpostazioniRegistro::daRiga(const QString &riga, const QSt
     ImpostazioniRegistro i;
     i.tipo = PostgreSQL;
     i.coda = QDir(cartella).filePath(QLatin1String(NomeCoda));
+    i.attesa = predefinite.attesa;
     const QStringList parti =
         resto.split(QRegularExpression(QStringLiteral("\\s+")), Qt::SkipEmptyParts);
     for (const QString &parte : parti) {

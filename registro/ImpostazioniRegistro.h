@@ -24,8 +24,12 @@ struct ImpostazioniRegistro
     QString percorso; // SQLite: the file
     QString host, database, utente;
     int porta = 5432;
-    // The local file where series wait while the server cannot be reached.
+    // The local file where an earlier version kept series for the server;
+    // what is found there is still sent.
     QString coda;
+    // The folder where series wait while the register cannot take them
+    // (empty: they wait in memory only).
+    QString attesa;
     // Why the configured line was not taken (the default is used then).
     QString errore;
 

@@ -2,10 +2,12 @@
 
 #include "core/AppContext.h"
 #include "registro/ArchivioRegistro.h"
+#include "registro/AttesaRegistro.h"
 #include "registro/ScrittoreRegistro.h"
 #include "registro/frmRegistro.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QSysInfo>
 #include <QThread>
 
@@ -13,6 +15,16 @@ RegistroQuadrivo::RegistroQuadrivo(AppContext &ctx, const ImpostazioniRegistro &
                                    int intervalloRiprova)
     : m_ctx(ctx), m_impostazioni(impostazioni), m_intervallo(intervalloRiprova)
 {
+    // Series left waiting by an earlier run are written now, on the writer's
+    // thread; with none (the usual case) nothing opens and nothing starts.
+    const bool coda = m_impostazioni.tipo == ImpostazioniRegistro::PostgreSQL &&
+                      !m_impostazioni.coda.isEmpty() && QFile::exists(m_impostazioni.coda);
+    if (coda ||
+        (!m_impostazioni.attesa.isEmpty() && !AttesaRegistro(m_impostazioni.attesa).vuota())) {
+        avviaScrittore();
+        ScrittoreRegistro *scrittore = m_scrittore;
+        QMetaObject::invokeMethod(scrittore, [scrittore] { scrittore->riprendi(); });
+    }
 }
 
 RegistroQuadrivo::~RegistroQuadrivo()
@@ -84,6 +96,13 @@ void RegistroQuadrivo::mostraRegistro()
 void RegistroQuadrivo::invia(const SerieRegistrata &serie)
 {
     impostazioneSbagliata();
+    avviaScrittore();
+    ScrittoreRegistro *scrittore = m_scrittore;
+    QMetaObject::invokeMethod(scrittore, [scrittore, serie] { scrittore->scrivi(serie); });
+}
+
+void RegistroQuadrivo::avviaScrittore()
+{
     if (!m_thread) {
         m_thread = std::make_unique<QThread>();
         m_thread->setObjectName(QStringLiteral("registro"));
@@ -101,8 +120,6 @@ void RegistroQuadrivo::invia(const SerieRegistrata &serie)
         });
         m_thread->start();
     }
-    ScrittoreRegistro *scrittore = m_scrittore;
-    QMetaObject::invokeMethod(scrittore, [scrittore, serie] { scrittore->scrivi(serie); });
 }
 
 void RegistroQuadrivo::attendi()
@@ -123,7 +140,8 @@ void RegistroQuadrivo::riprova()
     QMetaObject::invokeMethod(scrittore, [scrittore] { scrittore->riprova(); });
 }
 
-void RegistroQuadrivo::problema(int esito, const QString &dettaglio, const QString &messoDaParte)
+void RegistroQuadrivo::problema(int esito, const QString &dettaglio, const QString &messoDaParte,
+                                const QString &attesa)
 {
     // Once for each kind of trouble until the register works again; a
     // damaged file is told every time, since each time it is another file.
@@ -132,19 +150,28 @@ void RegistroQuadrivo::problema(int esito, const QString &dettaglio, const QStri
             return;
         m_avvisati.insert(esito);
     }
-    m_ctx.notifications().notify(testoProblema(esito, dettaglio, messoDaParte));
+    m_ctx.notifications().notify(testoProblema(esito, dettaglio, messoDaParte, attesa));
 }
 
 QString RegistroQuadrivo::testoProblema(int esito, const QString &dettaglio,
-                                        const QString &messoDaParte) const
+                                        const QString &messoDaParte,
+                                        const QString &cartellaAttesa) const
 {
     const bool server = m_impostazioni.tipo == ImpostazioniRegistro::PostgreSQL;
     const QString dove = m_impostazioni.descrizione();
+    const QString quando = server && esito == ArchivioRegistro::NonRaggiungibile
+                               ? QStringLiteral("quando il server sarà di nuovo raggiungibile")
+                               : QStringLiteral("appena possibile");
+    const QString come = server ? QStringLiteral("inviate") : QStringLiteral("scritte");
+    // Where they wait, so the teacher knows whether closing loses them.
     const QString attesa =
-        server ? QStringLiteral("Le serie sono tenute su questo computer (%1) e saranno inviate "
-                                "quando il server sarà di nuovo raggiungibile.")
-                     .arg(m_impostazioni.coda)
-               : QStringLiteral("Le serie restano in attesa e saranno scritte appena possibile.");
+        cartellaAttesa.isEmpty()
+            ? QStringLiteral("Le serie restano in attesa e saranno %1 %2; non chiudere Quadrivo "
+                             "fino ad allora.")
+                  .arg(come, quando)
+            : QStringLiteral("Le serie sono tenute su questo computer, in %1, e saranno %2 %3, "
+                             "anche se Quadrivo viene chiuso.")
+                  .arg(cartellaAttesa, come, quando);
     const QString motivo = dettaglio.trimmed().isEmpty()
                                ? QString()
                                : QStringLiteral(" (%1)").arg(dettaglio.trimmed());

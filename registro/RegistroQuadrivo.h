@@ -45,9 +45,12 @@ signals:
 
 private:
     void invia(const SerieRegistrata &serie);
+    void avviaScrittore();
     void impostazioneSbagliata();
-    void problema(int esito, const QString &dettaglio, const QString &messoDaParte);
-    QString testoProblema(int esito, const QString &dettaglio, const QString &messoDaParte) const;
+    void problema(int esito, const QString &dettaglio, const QString &messoDaParte,
+                  const QString &attesa);
+    QString testoProblema(int esito, const QString &dettaglio, const QString &messoDaParte,
+                          const QString &attesa) const;
 
     AppContext &m_ctx;
     ImpostazioniRegistro m_impostazioni;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "registro/ArchivioRegistro.h"
+#include "registro/AttesaRegistro.h"
 #include "registro/ImpostazioniRegistro.h"
 #include "registro/SerieRegistrata.h"
 
@@ -11,9 +12,10 @@ class QTimer;
 
 // Writes the register's series on a thread of its own, so a slow disk, a
 // lock or a server that does not answer never holds up a screen. A series
-// that cannot be written waits: in memory, and for a server also in a local
-// file that outlives the program; it is written at the next series or at the
-// next retry, whichever comes first.
+// that cannot be written waits in a folder of its own (AttesaRegistro) that
+// outlives the program, or in memory where that folder cannot be written; it
+// is written at the next series, at the next retry, or at the next start,
+// whichever comes first.
 class ScrittoreRegistro : public QObject
 {
     Q_OBJECT
@@ -25,27 +27,35 @@ public:
     // All of these run on the writer's thread.
     void scrivi(const SerieRegistrata &serie);
     void riprova();
+    // Writes what an earlier run left waiting, if anything.
+    void riprendi();
     // Last attempt for what waits, then the connections close.
     void chiudi();
     int inAttesa() const;
 
 signals:
     // A series could not go where it belongs (ArchivioRegistro::Esito), or
-    // the file was damaged and put aside (`messoDaParte`).
-    void problema(int esito, const QString &dettaglio, const QString &messoDaParte);
+    // the file was damaged and put aside (`messoDaParte`). `attesa` is the
+    // folder where the series wait, empty when they wait in memory only.
+    void problema(int esito, const QString &dettaglio, const QString &messoDaParte,
+                  const QString &attesa);
     // Everything that waited has been written.
     void ripreso();
     void scritta(const QString &codice);
 
 private:
     bool svuota();
-    void accoda(const SerieRegistrata &serie);
-    void segnala(int esito);
+    ArchivioRegistro::Esito scriviUna(const SerieRegistrata &serie);
+    // Everything in memory goes to the waiting folder, where it can.
+    void mettiInAttesa();
+    bool fallita(ArchivioRegistro::Esito esito);
+    void apriArchivio();
 
     ImpostazioniRegistro m_impostazioni;
     int m_intervallo;
     std::unique_ptr<ArchivioRegistro> m_archivio;
     std::unique_ptr<ArchivioRegistro> m_coda;
+    std::unique_ptr<AttesaRegistro> m_attesa;
     QList<SerieRegistrata> m_memoria;
     QTimer *m_timer = nullptr;
     bool m_inDifficolta = false;

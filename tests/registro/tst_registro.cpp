@@ -289,6 +289,68 @@ private slots:
         QCOMPARE(r.registrate().size(), 2);
     }
 
+    void aSeriesWaitingWhenTheProgramClosesIsWrittenAtTheNextStart()
+    {
+        QTemporaryDir dir;
+        const ImpostazioniRegistro i = ImpostazioniRegistro::daRiga(
+            QStringLiteral("sqlite %1").arg(dir.filePath("registro.sqlite")), dir.filePath("dati"));
+        QVERIFY(i.errore.isEmpty());
+        QCOMPARE(i.attesa, dir.filePath("dati/registro-in-attesa"));
+        {
+            ArchivioRegistro crea(i, "crea");
+            QCOMPARE(crea.apri(), ArchivioRegistro::Ok);
+        }
+        // Another program holds the file for the whole first run.
+        QSqlDatabase altro = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), "altro");
+        altro.setDatabaseName(i.percorso);
+        QVERIFY(altro.open());
+        QVERIFY(QSqlQuery(altro).exec("BEGIN EXCLUSIVE"));
+
+        QStringList righe;
+        QList<SerieRegistrata> attesa;
+        {
+            auto r = std::make_unique<ConRegistro>(i);
+            r->giocaSerie();
+            scriviNome(*r->t, QStringLiteral("ANNA"));
+            r->t->form<FrmAttestato>();
+            for (int n = 1; n <= 20; ++n)
+                righe << r->t->stato.Operazioni[n];
+            r->registro->attendi();
+            QCOMPARE(r->t.notices->notices.size(), 1);
+            const QString avviso = r->t.notices->notices.first();
+            QVERIFY2(avviso.contains("in uso") && avviso.contains(i.attesa) &&
+                         avviso.contains("anche se Quadrivo viene chiuso"),
+                     qPrintable(avviso));
+            QVERIFY(r->t.errors->errors.isEmpty());
+            attesa = AttesaRegistro(i.attesa).tutte();
+            QCOMPARE(attesa.size(), 1);
+            QCOMPARE(attesa.first().nome, QStringLiteral("ANNA"));
+            QCOMPARE(attesa.first().valutazione, QStringLiteral("OTTIMO"));
+            // The program closes while the file is still held.
+        }
+        QCOMPARE(AttesaRegistro(i.attesa).tutte().size(), 1);
+        QVERIFY(QSqlQuery(altro).exec("ROLLBACK"));
+        altro.close();
+        altro = QSqlDatabase();
+        QSqlDatabase::removeDatabase("altro");
+
+        // The next start writes it, with nothing played.
+        for (int avvio = 0; avvio < 2; ++avvio) {
+            ConRegistro r(i);
+            const QList<SerieRegistrata> serie = r.registrate();
+            QCOMPARE(serie.size(), 1);
+            confrontaSerie(serie.first(), attesa.first());
+            QCOMPARE(serie.first().esercizi.size(), 20);
+            for (int n = 1; n <= 20; ++n)
+                QCOMPARE(serie.first().esercizi[n - 1].riga, righe[n - 1]);
+            QVERIFY(AttesaRegistro(i.attesa).vuota());
+            QVERIFY(r.t.notices->notices.isEmpty());
+            // As if the program had ended between writing the series and
+            // taking its file away: sent again, still there once.
+            QVERIFY(AttesaRegistro(i.attesa).metti(attesa.first()));
+        }
+    }
+
     void anUnreachablePlaceIsToldOnceAndTheDrillGoesOn()
     {
         QTemporaryDir dir;
