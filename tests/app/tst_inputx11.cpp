@@ -12,14 +12,18 @@
 #include "start/FrmInizio.h"
 #include "start/FrmOpzioni.h"
 #include "start/frmAutore.h"
+#include "support/Scadenze.h"
 #include "support/TestDoubles.h"
 #include "support/XvfbSession.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QElapsedTimer>
 #include <QMenuBar>
 #include <QProcess>
 #include <QTest>
+#include <functional>
+#include <map>
 #include <memory>
 
 // The real screens in this process, on a real X server (Xvfb), driven by real
@@ -31,7 +35,8 @@ namespace {
 
 QString display;
 
-// Watches what reaches the windows: when the last key or mouse event came.
+// Watches what reaches the windows: when the last key or mouse event came,
+// and the first press of every hold (a press after a release).
 class Osservatore : public QObject
 {
 public:
@@ -39,6 +44,7 @@ public:
     int rilasciMouse = 0;
     bool ultimoRilascio = true;
     QElapsedTimer ultimoTasto;
+    std::function<void()> primaPressione;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override
@@ -46,6 +52,8 @@ protected:
         if (!watched->isWindowType())
             return false;
         if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) {
+            if (event->type() == QEvent::KeyPress && ultimoRilascio && primaPressione)
+                primaPressione();
             ++tasti;
             ultimoRilascio = event->type() == QEvent::KeyRelease;
             ultimoTasto.restart();
@@ -56,6 +64,15 @@ protected:
     }
 };
 
+// The held-key screens: each runs in a process of its own, on an X server of
+// its own, all at the same time, so the holds of one do not wait for another's.
+const QStringList tenuteSeparate = {
+    QStringLiteral("startScreenHeldSpaceMovesOnce"),
+    QStringLiteral("worksheetScreenHeldSpaceMovesOnce"),
+    QStringLiteral("certificateScreenHeldSpaceMovesOnce"),
+    QStringLiteral("optionsScreenHeldArrowMovesOnce"),
+    QStringLiteral("nameScreenHeldLetterTypesOne"),
+};
 QProcessEnvironment sulloSchermo()
 {
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
@@ -81,6 +98,7 @@ class TestInputX11 : public QObject
 
     Osservatore osservatore;
     std::vector<std::unique_ptr<QProcess>> carichi;
+    std::map<QString, std::unique_ptr<QProcess>> figli;
 
     // Gives the screen the X keyboard focus (there is no window manager).
     bool conIlFuoco(Form &f)
@@ -97,28 +115,75 @@ class TestInputX11 : public QObject
         return false;
     }
 
-    // Holds the key down for a second, then waits until its last event has
-    // come and nothing has followed for a while.
-    bool tieni(const QString &tasto)
+    // Holds `tasto` tenute() times, a second each with a pause between, in
+    // one xdotool run. Returns what `stato` read just before the first press
+    // of every hold, and once more after the last: the screen after 0, 1, ...
+    // tenute() holds. Empty when the holds did not finish.
+    QList<int> tieniOgniVolta(const QString &tasto, const std::function<int()> &stato)
     {
+        QStringList comandi;
+        for (int volta = 0; volta < tenute(); ++volta)
+            comandi << QStringLiteral("keydown") << tasto << QStringLiteral("sleep")
+                    << QStringLiteral("1") << QStringLiteral("keyup") << tasto
+                    << QStringLiteral("sleep") << QStringLiteral("0.3");
+        QList<int> visti;
+        osservatore.primaPressione = [&] { visti << stato(); };
         QProcess p;
         p.setProcessEnvironment(sulloSchermo());
-        p.start(QStringLiteral("sh"),
-                {QStringLiteral("-c"),
-                 QStringLiteral("xdotool keydown %1 && sleep 1 && xdotool keyup %1").arg(tasto)});
-        if (!QTest::qWaitFor([&] { return p.state() == QProcess::NotRunning; }, 30000))
-            return false;
-        return QTest::qWaitFor(
-            [&] { return osservatore.ultimoRilascio && osservatore.ultimoTasto.elapsed() > 300; },
-            10000);
+        p.start(QStringLiteral("xdotool"), comandi);
+        const bool finite =
+            Scadenze::finche([&] { return p.state() == QProcess::NotRunning; },
+                             tenute() * 1300 + 30000) &&
+            p.exitCode() == 0 &&
+            Scadenze::finche(
+                [&] {
+                    return osservatore.ultimoRilascio && osservatore.ultimoTasto.elapsed() > 300;
+                },
+                10000);
+        osservatore.primaPressione = nullptr;
+        if (!finite)
+            return {};
+        visti << stato();
+        return visti;
+    }
+
+    // One step a hold: after hold i the screen is at attesi[i].
+    static void unPassoATenuta(const QList<int> &visti, const QList<int> &attesi,
+                               const QString &schermo)
+    {
+        auto elenco = [](const QList<int> &l) {
+            QStringList s;
+            for (int v : l)
+                s << QString::number(v);
+            return s.join(QLatin1Char(' '));
+        };
+        QVERIFY2(!visti.isEmpty(), qPrintable(schermo + QStringLiteral(": the holds did not end")));
+        QVERIFY2(visti.size() == attesi.size(),
+                 qPrintable(QStringLiteral("%1: %2 holds, %3 first presses (a repeat reached the "
+                                           "screen as a release and a press): %4")
+                                .arg(schermo)
+                                .arg(attesi.size() - 1)
+                                .arg(visti.size() - 1)
+                                .arg(elenco(visti))));
+        for (int volta = 1; volta < attesi.size(); ++volta)
+            QVERIFY2(visti[volta] == attesi[volta],
+                     qPrintable(QStringLiteral("%1, hold %2: at %3, not %4 (after each hold: %5, "
+                                               "expected %6)")
+                                    .arg(schermo)
+                                    .arg(volta)
+                                    .arg(visti[volta])
+                                    .arg(attesi[volta])
+                                    .arg(elenco(visti))
+                                    .arg(elenco(attesi))));
     }
 
     // Mouse on the centre of the control: "click", "down-up" or "double".
     bool mouse(const Control &c, const QString &come)
     {
         const QPoint p = c.widget()->mapToGlobal(c.widget()->rect().center());
-        if (!xdotool({QStringLiteral("mousemove"), QStringLiteral("--sync"), QString::number(p.x()),
-                      QString::number(p.y())}))
+        // "mousemove --sync" waits for a motion, so not when already there.
+        if (QCursor::pos() != p && !xdotool({QStringLiteral("mousemove"), QStringLiteral("--sync"),
+                                             QString::number(p.x()), QString::number(p.y())}))
             return false;
         const int prima = osservatore.rilasciMouse;
         int rilasci = 1;
@@ -156,22 +221,42 @@ class TestInputX11 : public QObject
     // Holds Space tenute() times on a group navigated by it: one step each time.
     void spazioTenutoUnPasso(Form &f, const ControlArray<OptionButton> &gruppo)
     {
-        for (int volta = 0; volta < tenute(); ++volta) {
-            const int da = indiceFocus(gruppo);
-            QVERIFY(da >= 0);
-            int atteso = da;
+        QList<int> attesi{indiceFocus(gruppo)};
+        QVERIFY(attesi.first() >= 0);
+        while (attesi.size() <= tenute()) {
+            int i = attesi.last();
             do
-                atteso = (atteso + 1) % gruppo.Count();
-            while (!gruppo(atteso).usable());
-            QVERIFY(tieni(QStringLiteral("space")));
-            QVERIFY2(indiceFocus(gruppo) == atteso,
-                     qPrintable(QStringLiteral("hold %1 on %2: from %3 to %4, not %5")
-                                    .arg(volta + 1)
-                                    .arg(f.formName())
-                                    .arg(da)
-                                    .arg(indiceFocus(gruppo))
-                                    .arg(atteso)));
+                i = (i + 1) % gruppo.Count();
+            while (!gruppo(i).usable());
+            attesi << i;
         }
+        unPassoATenuta(tieniOgniVolta(QStringLiteral("space"), [&] { return indiceFocus(gruppo); }),
+                       attesi, f.formName());
+    }
+
+    // In the main test process a held-key screen runs in a process of its
+    // own (started by busyMachine); its verdict and output are that process's.
+    // False when this process is to run the screen itself.
+    bool nelSuoProcesso()
+    {
+        auto it = figli.find(QString::fromLatin1(QTest::currentTestFunction()));
+        if (it == figli.end())
+            return false;
+        QProcess &p = *it->second;
+        const bool finito =
+            Scadenze::finche([&] { return p.state() == QProcess::NotRunning; }, 240000);
+        if (!finito) {
+            p.kill();
+            p.waitForFinished(5000);
+        }
+        const QString uscita = QString::fromLocal8Bit(p.readAll());
+        if (!finito || p.exitStatus() != QProcess::NormalExit || p.exitCode() != 0)
+            QTest::qFail(qPrintable(QStringLiteral("its own process (exit %1):\n%2")
+                                        .arg(finito ? QString::number(p.exitCode())
+                                                    : QStringLiteral("none, killed"))
+                                        .arg(uscita)),
+                         __FILE__, __LINE__);
+        return true;
     }
 
     // Nothing may happen on any of the three kinds of mouse use.
@@ -208,6 +293,10 @@ private slots:
 
     void cleanupTestCase()
     {
+        for (auto &[nome, p] : figli) {
+            p->kill();
+            p->waitForFinished(5000);
+        }
         for (auto &p : carichi) {
             p->kill();
             p->waitForFinished(5000);
@@ -234,10 +323,21 @@ private slots:
             QVERIFY(p->waitForStarted(5000));
             carichi.push_back(std::move(p));
         }
+        // Every held-key screen at once, each in this program run again for
+        // that one test function, on an X server of its own.
+        for (const QString &nome : tenuteSeparate) {
+            auto p = std::make_unique<QProcess>();
+            p->setProcessChannelMode(QProcess::MergedChannels);
+            p->start(QCoreApplication::applicationFilePath(), {nome});
+            QVERIFY2(p->waitForStarted(10000), qPrintable(p->errorString()));
+            figli[nome] = std::move(p);
+        }
     }
 
     void startScreenHeldSpaceMovesOnce()
     {
+        if (nelSuoProcesso())
+            return;
         TestContext t;
         auto &f = t->form<FrmInizio>();
         QVERIFY(conIlFuoco(f));
@@ -251,6 +351,8 @@ private slots:
 
     void worksheetScreenHeldSpaceMovesOnce()
     {
+        if (nelSuoProcesso())
+            return;
         TestContext t;
         auto &f = t->form<FrmStampaSchede>();
         QVERIFY(conIlFuoco(f));
@@ -263,6 +365,8 @@ private slots:
 
     void certificateScreenHeldSpaceMovesOnce()
     {
+        if (nelSuoProcesso())
+            return;
         TestContext t;
         auto &f = t->form<FrmAttestato>();
         QVERIFY(conIlFuoco(f));
@@ -275,32 +379,41 @@ private slots:
 
     void optionsScreenHeldArrowMovesOnce()
     {
+        if (nelSuoProcesso())
+            return;
         TestContext t;
         auto &f = t->form<FrmOpzioni>();
         QVERIFY(conIlFuoco(f));
         auto gruppo = f.array<OptionButton>("Option5");
         gruppo(0).SetFocus();
         QVERIFY(QTest::qWaitFor([&] { return gruppo(0).hasFocus(); }, 5000));
-        for (int volta = 0; volta < tenute(); ++volta) {
-            const int da = indiceFocus(gruppo);
-            QVERIFY(tieni(QStringLiteral("Right")));
-            QCOMPARE(indiceFocus(gruppo), (da + 1) % 3);
-        }
+        QList<int> attesi;
+        for (int volta = 0; volta <= tenute(); ++volta)
+            attesi << volta % 3;
+        unPassoATenuta(tieniOgniVolta(QStringLiteral("Right"), [&] { return indiceFocus(gruppo); }),
+                       attesi, f.formName());
         QVERIFY(t.errors->errors.isEmpty());
     }
 
     void nameScreenHeldLetterTypesOne()
     {
+        if (nelSuoProcesso())
+            return;
         TestContext t;
         auto &f = t->form<frmNome>();
         QVERIFY(conIlFuoco(f));
         // AVANTI has the keys from the start: no click first.
         QVERIFY(QTest::qWaitFor([&] { return f.get<OptionButton>("Option4").hasFocus(); }, 5000));
         const auto &nome = f.get<Label>("lblNome");
-        for (int volta = 1; volta <= tenute(); ++volta) {
-            QVERIFY(tieni(QStringLiteral("b")));
-            QCOMPARE(nome.Caption(), QString(volta, QLatin1Char('B')));
-        }
+        // How many B's the name has; -1 for anything else.
+        auto lettere = [&] {
+            const QString n = nome.Caption();
+            return n == QString(n.size(), QLatin1Char('B')) ? int(n.size()) : -1;
+        };
+        QList<int> attesi;
+        for (int volta = 0; volta <= tenute(); ++volta)
+            attesi << volta;
+        unPassoATenuta(tieniOgniVolta(QStringLiteral("b"), lettere), attesi, f.formName());
         QVERIFY(t.errors->errors.isEmpty());
     }
 
