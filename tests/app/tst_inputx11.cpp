@@ -210,8 +210,8 @@ class TestInputX11 : public QObject
         return -1;
     }
 
-    // How many holds each screen gets: 20, fewer where QUADRIVO_TENUTE says so
-    // (the sanitized pass, which proves the same code paths more slowly).
+    // How many holds each screen gets: 20, or QUADRIVO_TENUTE for a quicker
+    // look while working on it.
     static int tenute()
     {
         const int n = qEnvironmentVariableIntValue("QUADRIVO_TENUTE");
