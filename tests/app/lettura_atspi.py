@@ -180,8 +180,12 @@ def schermata(nome, titolo):
 
 def avvia_xvfb():
     r, w = os.pipe()
+    # -noreset: by default the server resets when its last client leaves (the
+    # probe below, the accessibility bus launcher), and under load a program
+    # connecting during that reset is refused.
     xvfb = subprocess.Popen(["Xvfb", "-displayfd", str(w), "-screen", "0", "1280x1024x24",
-                             "-nolisten", "tcp"], pass_fds=(w,), stderr=subprocess.DEVNULL)
+                             "-nolisten", "tcp", "-noreset"], pass_fds=(w,),
+                            stderr=subprocess.DEVNULL)
     os.close(w)
     numero = b""
     while not numero.endswith(b"\n"):
