@@ -40,7 +40,6 @@ QString display;
 class Osservatore : public QObject
 {
 public:
-    int tasti = 0;
     int rilasciMouse = 0;
     bool ultimoRilascio = true;
     QElapsedTimer ultimoTasto;
@@ -54,7 +53,6 @@ protected:
         if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) {
             if (event->type() == QEvent::KeyPress && ultimoRilascio && primaPressione)
                 primaPressione();
-            ++tasti;
             ultimoRilascio = event->type() == QEvent::KeyRelease;
             ultimoTasto.restart();
         } else if (event->type() == QEvent::MouseButtonRelease) {
