@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../drill/Alunno.h"
+#include "ConfrontoSerie.h"
 #include "registro/ArchivioRegistro.h"
 #include "registro/AttesaRegistro.h"
 #include "registro/RegistroQuadrivo.h"
@@ -69,31 +70,3 @@ struct ConRegistro
     TestContext t;
     RegistroQuadrivo *registro;
 };
-
-// The series as the register holds it against the copy that waited: every
-// field and every line (times to the second, as the register keeps them).
-inline void confrontaSerie(const SerieRegistrata &scritta, const SerieRegistrata &attesa)
-{
-    QCOMPARE(scritta.codice, attesa.codice);
-    QCOMPARE(ArchivioRegistro::testoData(scritta.inizio),
-             ArchivioRegistro::testoData(attesa.inizio));
-    QCOMPARE(ArchivioRegistro::testoData(scritta.fine), ArchivioRegistro::testoData(attesa.fine));
-    QCOMPARE(scritta.nome, attesa.nome);
-    QCOMPARE(scritta.tipoNumeri, attesa.tipoNumeri);
-    QCOMPARE(scritta.numeri, attesa.numeri);
-    QCOMPARE(scritta.famiglia, attesa.famiglia);
-    QCOMPARE(scritta.simboli, attesa.simboli);
-    QCOMPARE(scritta.ordine, attesa.ordine);
-    QCOMPARE(scritta.esatte, attesa.esatte);
-    QCOMPARE(scritta.errate, attesa.errate);
-    QCOMPARE(scritta.tempoTotale, attesa.tempoTotale);
-    QCOMPARE(scritta.terminata, attesa.terminata);
-    QCOMPARE(scritta.valutazione, attesa.valutazione);
-    QCOMPARE(scritta.postazione, attesa.postazione);
-    QCOMPARE(scritta.esercizi.size(), attesa.esercizi.size());
-    for (qsizetype n = 0; n < scritta.esercizi.size(); ++n) {
-        QCOMPARE(scritta.esercizi[n].numero, attesa.esercizi[n].numero);
-        QCOMPARE(scritta.esercizi[n].riga, attesa.esercizi[n].riga);
-        QCOMPARE(scritta.esercizi[n].secondi, attesa.esercizi[n].secondi);
-    }
-}

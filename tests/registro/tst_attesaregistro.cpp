@@ -1,3 +1,4 @@
+#include "ConfrontoSerie.h"
 #include "registro/AttesaRegistro.h"
 #include "support/FileTest.h"
 
@@ -31,31 +32,6 @@ SerieRegistrata serie(const QString &codice, const QString &nome, int esercizi, 
     return s;
 }
 
-void confronta(const SerieRegistrata &a, const SerieRegistrata &b)
-{
-    QCOMPARE(a.codice, b.codice);
-    QCOMPARE(a.inizio, b.inizio);
-    QCOMPARE(a.fine, b.fine);
-    QCOMPARE(a.nome, b.nome);
-    QCOMPARE(a.tipoNumeri, b.tipoNumeri);
-    QCOMPARE(a.numeri, b.numeri);
-    QCOMPARE(a.famiglia, b.famiglia);
-    QCOMPARE(a.simboli, b.simboli);
-    QCOMPARE(a.ordine, b.ordine);
-    QCOMPARE(a.esatte, b.esatte);
-    QCOMPARE(a.errate, b.errate);
-    QCOMPARE(a.tempoTotale, b.tempoTotale);
-    QCOMPARE(a.terminata, b.terminata);
-    QCOMPARE(a.valutazione, b.valutazione);
-    QCOMPARE(a.postazione, b.postazione);
-    QCOMPARE(a.esercizi.size(), b.esercizi.size());
-    for (qsizetype i = 0; i < a.esercizi.size(); ++i) {
-        QCOMPARE(a.esercizi[i].numero, b.esercizi[i].numero);
-        QCOMPARE(a.esercizi[i].riga, b.esercizi[i].riga);
-        QCOMPARE(a.esercizi[i].secondi, b.esercizi[i].secondi);
-    }
-}
-
 } // namespace
 
 class TestAttesaRegistro : public QObject
@@ -85,7 +61,7 @@ private slots:
                  QStringList{"attesa"});
         const QList<SerieRegistrata> lette = AttesaRegistro(dir.filePath("attesa")).tutte();
         QCOMPARE(lette.size(), 1);
-        confronta(lette.first(), serie);
+        confrontaSerie(lette.first(), serie, DateSerie::Esatte);
         QVERIFY(attesa.togli(serie.codice));
         QVERIFY(attesa.vuota());
         QVERIFY(attesa.tutte().isEmpty());
