@@ -3,6 +3,8 @@
 #include <QGuiApplication>
 #include <QTimerEvent>
 
+#include <algorithm>
+
 #include <xcb/xcb.h>
 // The XKB header names a field `explicit`, a C++ keyword.
 #define explicit explicit_
@@ -44,6 +46,8 @@ void HeldKeys::install()
     serverDrops = x11 && askDetectableAutoRepeat();
     installed = new HeldKeys(x11 && !serverDrops, qApp);
     qApp->installEventFilter(installed);
+    if (x11)
+        qApp->installNativeEventFilter(installed);
     QObject::connect(installed, &QObject::destroyed, [] { installed = nullptr; });
 }
 
@@ -89,6 +93,27 @@ void HeldKeys::deliverHeld()
     m_resending = true;
     QCoreApplication::sendEvent(h.window, &release);
     m_resending = false;
+}
+
+bool HeldKeys::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
+{
+    if (eventType != "xcb_generic_event_t")
+        return false;
+    const auto *e = static_cast<const xcb_generic_event_t *>(message);
+    if ((e->response_type & 0x7f) != XCB_KEY_RELEASE)
+        return false;
+    const auto *release = static_cast<const xcb_key_release_event_t *>(message);
+    const auto windows = QGuiApplication::allWindows();
+    const bool known = std::any_of(windows.cbegin(), windows.cend(), [&](const QWindow *w) {
+        return w->handle() && w->winId() == release->event;
+    });
+    // Qt delivers the releases at its own windows; this one it would drop.
+    if (!known) {
+        if (m_held)
+            deliverHeld();
+        m_down.remove(release->detail);
+    }
+    return false;
 }
 
 void HeldKeys::timerEvent(QTimerEvent *event)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAbstractNativeEventFilter>
 #include <QBasicTimer>
 #include <QKeyEvent>
 #include <QObject>
@@ -14,7 +15,10 @@
 // cannot, a release is held back until the next events show whether a press
 // of the same key at the same server time follows it, which makes it part of
 // the repeat. It watches the events at the windows, before any widget.
-class HeldKeys : public QObject
+// A key let go just as its window goes away (Enter on "Chiudi") is released
+// at a window the program no longer has: that release is taken from the X
+// events, or the next press of the key would look like a repeat.
+class HeldKeys : public QObject, public QAbstractNativeEventFilter
 {
 public:
     // Watches the running application's windows; once, whatever the calls.
@@ -29,6 +33,8 @@ public:
 
     // How long a release waits for the press that would pair with it.
     static constexpr int PairingMs = 60;
+
+    bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *) override;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
