@@ -87,9 +87,7 @@ class TestPrimoClic : public QObject
 
     bool sposta(const QPoint &p)
     {
-        const QPoint g = origine + p;
-        return xdo({QStringLiteral("mousemove"), QStringLiteral("--sync"), QString::number(g.x()),
-                    QString::number(g.y())});
+        return x->movePointer(origine + p);
     }
 
     // Starts the program and waits until its curtain has opened; the family

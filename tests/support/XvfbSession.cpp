@@ -167,6 +167,29 @@ QString XvfbSession::xdotool(const QStringList &arguments, bool *ok) const
     return QString::fromLocal8Bit(p.readAllStandardOutput()).trimmed();
 }
 
+bool XvfbSession::movePointer(const QPoint &to) const
+{
+    // "mousemove --sync" waits for a motion, which never comes when the
+    // pointer is on the spot already: then there is nothing to send.
+    bool ok = false;
+    QPoint now(-1, -1);
+    const QStringList shell =
+        xdotool({QStringLiteral("getmouselocation"), QStringLiteral("--shell")}, &ok)
+            .split(QLatin1Char('\n'));
+    for (const QString &riga : shell) {
+        if (riga.startsWith(QLatin1String("X=")))
+            now.setX(riga.mid(2).toInt());
+        else if (riga.startsWith(QLatin1String("Y=")))
+            now.setY(riga.mid(2).toInt());
+    }
+    if (ok && now == to)
+        return true;
+    xdotool({QStringLiteral("mousemove"), QStringLiteral("--sync"), QString::number(to.x()),
+             QString::number(to.y())},
+            &ok);
+    return ok;
+}
+
 void XvfbSession::xdotoolDetached(const QStringList &arguments) const
 {
     QProcess p;

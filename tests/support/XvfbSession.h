@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QProcess>
+#include <QPoint>
 #include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
@@ -41,6 +42,9 @@ public:
 
     // xdotool with these arguments, on this display: its output, trimmed.
     QString xdotool(const QStringList &arguments, bool *ok = nullptr) const;
+    // Puts the pointer on `to` (display coordinates) and waits until X has
+    // it there.
+    bool movePointer(const QPoint &to) const;
     // Starts xdotool and returns at once (keys held while the test's own
     // event loop runs).
     void xdotoolDetached(const QStringList &arguments) const;
