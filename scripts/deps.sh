@@ -48,6 +48,12 @@ ensure_packages() {
 export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$PWD}
 export CCACHE_NOHASHDIR=${CCACHE_NOHASHDIR:-1}
 export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros,include_file_mtime,include_file_ctime}
+# A miss is compiled straight away, without a preprocessor run first to look
+# for a match under another name: that run cost a sixth of a cold build.
+export CCACHE_DEPEND=${CCACHE_DEPEND:-1}
+# Every compile includes a precompiled header of about 150 MB; its hash is
+# worked out once, not once a file.
+export CCACHE_INODECACHE=${CCACHE_INODECACHE:-1}
 
 # Configures $build_dir (default build/) with Ninja when it is not yet;
 # extra arguments go to cmake.

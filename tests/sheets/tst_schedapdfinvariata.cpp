@@ -10,6 +10,7 @@
 #include "support/TestDoubles.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -21,9 +22,11 @@ namespace {
 // The printed worksheets kept as they came out before the screen had any
 // menu of its own beyond the printer ones. Set QUADRIVO_RISCRIVI_PDF=1 to
 // write them again (only when the sheet is meant to change).
+// The folder comes from ctest's environment, so no absolute path is compiled
+// in and another clone's build can reuse this file's object.
 QString campione(const QString &nome)
 {
-    return QStringLiteral(QUADRIVO_DATI_SCHEDE "/") + nome;
+    return qEnvironmentVariable("QUADRIVO_DATI_SCHEDE") + QLatin1Char('/') + nome;
 }
 
 // The moment of writing is the only thing in the file that changes from run
@@ -43,7 +46,12 @@ class TestSchedaPdfInvariata : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { Fonts::installSubstitutions(); }
+    void initTestCase()
+    {
+        QVERIFY2(QFileInfo(campione(QString())).isDir(),
+                 "QUADRIVO_DATI_SCHEDE must name the folder of the kept worksheets (ctest sets it)");
+        Fonts::installSubstitutions();
+    }
 
     void thePrintedSheetIsByteForByteTheOneKept_data()
     {
