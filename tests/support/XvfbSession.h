@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QProcess>
 #include <QPoint>
+#include <QProcess>
 #include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
