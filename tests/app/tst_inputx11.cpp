@@ -17,7 +17,6 @@
 #include "support/XvfbSession.h"
 
 #include <QApplication>
-#include <QCursor>
 #include <QElapsedTimer>
 #include <QMenuBar>
 #include <QProcess>
@@ -179,9 +178,7 @@ class TestInputX11 : public QObject
     bool mouse(const Control &c, const QString &come)
     {
         const QPoint p = c.widget()->mapToGlobal(c.widget()->rect().center());
-        // "mousemove --sync" waits for a motion, so not when already there.
-        if (QCursor::pos() != p && !xdotool({QStringLiteral("mousemove"), QStringLiteral("--sync"),
-                                             QString::number(p.x()), QString::number(p.y())}))
+        if (!XvfbSession::current()->movePointer(p))
             return false;
         const int prima = osservatore.rilasciMouse;
         int rilasci = 1;

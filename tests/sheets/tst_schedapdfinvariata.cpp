@@ -21,9 +21,8 @@ namespace {
 
 // The printed worksheets kept as they came out before the screen had any
 // menu of its own beyond the printer ones. Set QUADRIVO_RISCRIVI_PDF=1 to
-// write them again (only when the sheet is meant to change).
-// The folder comes from ctest's environment, so no absolute path is compiled
-// in and another clone's build can reuse this file's object.
+// write them again (only when the sheet is meant to change). Their folder
+// comes from ctest's environment, so no path of the clone is compiled in.
 QString campione(const QString &nome)
 {
     return qEnvironmentVariable("QUADRIVO_DATI_SCHEDE") + QLatin1Char('/') + nome;
