@@ -9,14 +9,17 @@
 #include <QMenuBar>
 
 Menu::Menu(Form &form, const ControlDef &def, Control *container)
-    : Control(form, def, container), m_action(new QAction(def.caption, &form))
+    : Control(form, def, container), m_action(new QAction(def.caption, &form)), m_checked(def.value)
 {
     m_action->setObjectName(objectName());
+    m_action->setCheckable(def.checkable);
+    m_action->setChecked(m_checked);
     m_action->setEnabled(def.enabled);
     m_action->setVisible(def.visible);
     QObject::connect(m_action, &QAction::triggered, m_action, [this] {
         // A menu command that reaches us while a print waits (a shortcut, an
         // assistive tool) is not carried out: it could start the print again.
+        m_action->setChecked(m_checked);
         if (BoundedProcess::isWaiting())
             return;
         m_form.services().runHandler([this] { raiseClick(); });
@@ -38,6 +41,12 @@ void Menu::setCaption(const QString &caption)
 {
     m_action->setText(caption);
     Control::setCaption(caption);
+}
+
+void Menu::setChecked(bool checked)
+{
+    m_checked = checked;
+    m_action->setChecked(checked);
 }
 
 void Menu::setEnabled(bool enabled)

@@ -11,6 +11,7 @@
 #include "support/ScreenTest.h"
 #include "support/TestDoubles.h"
 
+#include <QMenu>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -41,6 +42,7 @@ public:
             {.kind = K::Line, .name = "Linea", .left = 300, .top = 3000, .width = 5000, .height = 3000},
             {.kind = K::Timer, .name = "Tmr", .interval = 1000},
             {.kind = K::Menu, .name = "mnu", .caption = "Menu"},
+            {.kind = K::Menu, .name = "mnuSpunta", .in = "mnu", .caption = "Spunta", .checkable = true},
         });
         // clang-format on
         Opt = array<OptionButton>("Opt");
@@ -432,6 +434,31 @@ private slots:
             QVERIFY_THROWS_EXCEPTION(RuntimeError, (void)c->Left());
             QVERIFY_THROWS_EXCEPTION(RuntimeError, (void)c->Width());
         }
+    }
+
+    void aCheckableMenuEntryChangesItsMarkOnlyWhenTheProgramSaysSo()
+    {
+        TestContext t;
+        auto &f = t->form<Prova>();
+        auto &spunta = f.get<Menu>("mnuSpunta");
+        int clicks = 0;
+        spunta.Click = [&] { ++clicks; };
+        QVERIFY(spunta.action()->isCheckable());
+        QVERIFY(!spunta.Checked());
+        spunta.action()->trigger();
+        QCOMPARE(clicks, 1);
+        QVERIFY(!spunta.Checked());
+        QVERIFY(!spunta.action()->isChecked());
+        spunta.Click = [&] {
+            ++clicks;
+            spunta.setChecked(!spunta.Checked());
+        };
+        spunta.action()->trigger();
+        QCOMPARE(clicks, 2);
+        QVERIFY(spunta.Checked());
+        QVERIFY(spunta.action()->isChecked());
+        // The sub-entry lives in its parent entry's menu.
+        QVERIFY(f.get<Menu>("mnu").action()->menu()->actions().contains(spunta.action()));
     }
 
     void objectNamesCarryTheIndex()
