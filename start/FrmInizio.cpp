@@ -3,6 +3,7 @@
 #include "core/AppContext.h"
 #include "core/FamiglieSimboli.h"
 #include "drill/frmOperativo.h"
+#include "misure/Misure.h"
 #include "platform/Suppressed.h"
 #include "platform/Texts.h"
 #include "services/GruppoScelte.h"
@@ -72,6 +73,16 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
         {.kind = K::Menu, .name = "mnuOpzioni", .caption = "Opzioni"},
         {.kind = K::Menu, .name = "mnuAvvertenza", .caption = "Avvertenza"},
         {.kind = K::Menu, .name = "mnuRegistro", .caption = "Registro"},
+        {.kind = K::Menu, .name = "mnuMisure", .caption = "&Misure"},
+        {.kind = K::Menu, .name = "mnuMisura", .index = 0, .in = "mnuMisure", .caption = Misure::Voci()[0].caption, .value = true, .checkable = true},
+        {.kind = K::Menu, .name = "mnuMisura", .index = 1, .in = "mnuMisure", .caption = Misure::Voci()[1].caption, .checkable = true},
+        {.kind = K::Menu, .name = "mnuMisura", .index = 2, .in = "mnuMisure", .caption = Misure::Voci()[2].caption, .checkable = true},
+        {.kind = K::Menu, .name = "mnuMisura", .index = 3, .in = "mnuMisure", .caption = Misure::Voci()[3].caption, .checkable = true},
+        {.kind = K::Menu, .name = "mnuMisura", .index = 4, .in = "mnuMisure", .caption = Misure::Voci()[4].caption, .checkable = true},
+        {.kind = K::Menu, .name = "mnuMisura", .index = 5, .in = "mnuMisure", .caption = Misure::Voci()[5].caption, .checkable = true},
+        {.kind = K::Menu, .name = "mnuMisura", .index = 6, .in = "mnuMisure", .caption = Misure::Voci()[6].caption, .checkable = true},
+        {.kind = K::Menu, .name = "mnuMisura", .index = 7, .in = "mnuMisure", .caption = Misure::Voci()[7].caption, .checkable = true},
+        {.kind = K::Menu, .name = "mnuMisura", .index = 8, .in = "mnuMisure", .caption = Misure::Voci()[8].caption, .checkable = true},
     });
     // clang-format on
 
@@ -97,6 +108,7 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
     mnuOpzioni = &get<Menu>("mnuOpzioni");
     mnuAvvertenza = &get<Menu>("mnuAvvertenza");
     mnuRegistro = &get<Menu>("mnuRegistro");
+    mnuMisura = array<Menu>("mnuMisura");
 
     // The curtain covers everything while it opens.
     Picture1->ZOrder(0);
@@ -145,6 +157,7 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
     mnuAutore->Click = [this] { mnuAutore_Click(); };
     // mnuAvvertenza has no action.
     mnuRegistro->Click = [this] { mnuRegistro_Click(); };
+    mnuMisura.onClick([this](int i) { mnuMisura_Click(i); });
 }
 
 // ---- Load, resize, unload ----
@@ -246,11 +259,17 @@ void FrmInizio::SceltaSimboli()
         Option2(1).setCaption(s.Simbolo4 + sp + s.Simbolo3 + sp + s.Simbolo2);
     }
     Option2(2).setCaption(QStringLiteral("Tutti"));
+    SegnaMisura();
 }
 
 void FrmInizio::CambiaFamiglia()
 {
     StatoCondiviso &s = m_ctx.stato;
+    // From a measure the step goes back to numbers, as at start.
+    if (Misure::MisuraInVigore(s)) {
+        mnuMisura_Click(0);
+        return;
+    }
     s.FamigliaSimboli += 1;
     if (s.FamigliaSimboli == 4)
         s.FamigliaSimboli = 1;
@@ -358,8 +377,10 @@ void FrmInizio::Option1_MouseDown(int Index, int, int, double, double)
     SceltaNumeri(Index);
     Frame2->setEnabled(true);
     Option2(0).SetFocus();
-    // A mouse choice goes back to the first family, captions untouched.
-    m_ctx.stato.FamigliaSimboli = 1;
+    // A mouse choice goes back to the first family, captions untouched; a
+    // measure chosen in the menu stays.
+    if (!Misure::MisuraInVigore(m_ctx.stato))
+        m_ctx.stato.FamigliaSimboli = 1;
     BloccoTasto1 = true;
 }
 
@@ -494,6 +515,29 @@ void FrmInizio::mnuAutore_Click()
 void FrmInizio::mnuRegistro_Click()
 {
     m_ctx.registro().mostraRegistro();
+}
+
+void FrmInizio::mnuMisura_Click(int Index)
+{
+    StatoCondiviso &s = m_ctx.stato;
+    // A drill under way keeps its units to the end: its keypad and its
+    // exercise were made with them.
+    if (m_ctx.screens().find<frmOperativo>()) {
+        m_ctx.messageBoxes().show(
+            QStringLiteral("Per cambiare le misure chiudi prima l'esercitazione."),
+            MessageBoxes::OkOnly, MessageBoxes::Exclamation, QStringLiteral("Misure"));
+        return;
+    }
+    Misure::Applica(s, Index);
+    Label3->setCaption(Texts::fromInt(s.FamigliaSimboli));
+    SceltaSimboli();
+}
+
+void FrmInizio::SegnaMisura()
+{
+    const int inVigore = Misure::VoceInVigore(m_ctx.stato);
+    for (const auto &[i, voce] : mnuMisura)
+        voce->setChecked(i == inVigore);
 }
 
 // ---- Levels file ----

@@ -76,6 +76,10 @@ private:
     void mnuAutore_Click();
     // The pupils' register, a teacher's view of the series kept.
     void mnuRegistro_Click();
+    // The measures: lengths, masses, capacities, or back to numbers; the
+    // entry in force stands checked.
+    void mnuMisura_Click(int Index);
+    void SegnaMisura();
 
     AppContext &m_ctx;
     Resize::Posizioni Posizioni;
@@ -87,6 +91,7 @@ private:
     PictureBox *Picture1, *Picture2;
     Timer *timerTendine;
     Menu *mnuStampa, *mnuAutore, *mnuOpzioni, *mnuAvvertenza, *mnuRegistro;
+    ControlArray<Menu> mnuMisura;
 
     bool BloccoSpazio1 = false, BloccoTasto1 = false;
     bool BloccoSpazio2 = false, BloccoTasto2 = false;
