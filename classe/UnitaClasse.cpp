@@ -14,6 +14,12 @@ struct Voce
     QString simbolo1;
 };
 
+// A state never holds family 6 with no first symbol (the start screen sets
+// a family when it loads, and only the measures reach 6, with kilometres), so
+// that place of the list names kilometres: the list keeps its length and every
+// code keeps its sheet.
+const QString Chilometri = QStringLiteral(" km ");
+
 const std::vector<Voce> &elenco()
 {
     static const std::vector<Voce> voci = [] {
@@ -32,7 +38,7 @@ const std::vector<Voce> &elenco()
                 v.push_back({f, famiglia->simboli[0]});
             else
                 for (const QString &primo : primi)
-                    v.push_back({f, primo});
+                    v.push_back({f, primo.isEmpty() && f == 6 ? Chilometri : primo});
         }
         return v;
     }();
