@@ -3,6 +3,7 @@
 #include "classe/SerieClasse.h"
 #include "classe/StampaClasse.h"
 #include "classe/UnitaClasse.h"
+#include "misure/Misure.h"
 #include "core/AppContext.h"
 #include "platform/Texts.h"
 #include "platform/printing/Printer.h"
@@ -226,7 +227,8 @@ void FrmCopieClasse::cmdStampa_Click()
                     fogli.append({docenti ? c.docenti : c.alunni, docenti, piede});
                 }
             }
-            StampaClasse stampa(m_ctx.printer(), m_ctx.stato.SottotitoloArgomento);
+            StampaClasse stampa(m_ctx.printer(), m_ctx.stato.SottotitoloArgomento,
+                                Misure::TitoloScheda(UnitaClasse::Famiglia(unita)));
             finita = stampa.Stampa(fogli, [&](int fatti, int totale) {
                 return Avanza(copie + fatti, passi,
                               QStringLiteral("Pagina %1 di %2").arg(fatti).arg(totale));

@@ -2,6 +2,7 @@
 
 #include "classe/StampaClasse.h"
 #include "classe/UnitaClasse.h"
+#include "misure/Misure.h"
 #include "core/AppContext.h"
 #include "platform/printing/Printer.h"
 
@@ -175,8 +176,14 @@ void FrmRifaiCodice::cmdStampa_Click()
     QString piede = QStringLiteral("Codice ") + m_copia->codice;
     if (m_docenti)
         piede += QStringLiteral(" - soluzioni");
+    // A copy in a measure says so, whatever the start screen holds now.
+    const int famiglia = UnitaClasse::Famiglia(m_copia->scelta.unita);
+    const QString sottotitolo =
+        Misure::UnitaDiFamiglia(famiglia) == Misure::UnitaDiFamiglia(m_ctx.stato.FamigliaSimboli)
+            ? m_ctx.stato.SottotitoloArgomento
+            : Misure::SottotitoloArgomento(famiglia);
     try {
-        StampaClasse(stampante, m_ctx.stato.SottotitoloArgomento)
+        StampaClasse(stampante, sottotitolo, Misure::TitoloScheda(famiglia))
             .Stampa({{m_docenti ? m_copia->docenti : m_copia->alunni, m_docenti, piede}});
     } catch (const RuntimeError &) {
         m_ctx.messageBoxes().show(QStringLiteral("Problema di stampa nella stampante utilizzata."),

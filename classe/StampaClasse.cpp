@@ -20,8 +20,9 @@ double tronca(double punti)
 
 const QString StampaClasse::Titolo = QStringLiteral("SCHEDA DI SCOMPOSIZIONE");
 
-StampaClasse::StampaClasse(Printer &stampante, const QString &sottotitolo)
-    : m_stampante(stampante), m_sottotitolo(sottotitolo)
+StampaClasse::StampaClasse(Printer &stampante, const QString &sottotitolo,
+                           const QString &titolo)
+    : m_stampante(stampante), m_sottotitolo(sottotitolo), m_titolo(titolo)
 {
 }
 
@@ -87,7 +88,7 @@ void StampaClasse::stampaFoglio(const Foglio &foglio)
     p.setCurrentX(1000);
     p.setCurrentY(1500);
     p.setFontSize(12);
-    p.Print(Titolo);
+    p.Print(m_titolo);
 
     CorpoRighe(foglio);
     for (int i = 0; i < foglio.righe.size(); ++i) {

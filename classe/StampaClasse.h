@@ -25,7 +25,9 @@ public:
     // After each page: pages done, pages in all; false stops the printing.
     using Avanzamento = std::function<bool(int fatti, int totale)>;
 
-    StampaClasse(Printer &stampante, const QString &sottotitolo);
+    // `titolo` heads every sheet: Titolo, or the same naming a measure.
+    StampaClasse(Printer &stampante, const QString &sottotitolo,
+                 const QString &titolo = Titolo);
 
     // True when every sheet went to the printer. When `avanti` stops it, the
     // document is dropped and nothing reaches the printer; a printer error
@@ -45,4 +47,5 @@ private:
 
     Printer &m_stampante;
     QString m_sottotitolo;
+    QString m_titolo;
 };

@@ -1,6 +1,7 @@
 #include "registro/CsvRegistro.h"
 
 #include "platform/Texts.h"
+#include "registro/UnitaSerie.h"
 
 #include <cmath>
 
@@ -33,7 +34,8 @@ QStringList CsvRegistro::intestazione()
             QStringLiteral("Tempo medio (s)"),
             QStringLiteral("Valutazione"),
             QStringLiteral("Completata"),
-            QStringLiteral("Postazione")};
+            QStringLiteral("Postazione"),
+            QStringLiteral("Unità")};
 }
 
 QStringList CsvRegistro::campi(const SerieRegistrata &s)
@@ -53,7 +55,8 @@ QStringList CsvRegistro::campi(const SerieRegistrata &s)
             Texts::fromDouble(std::round(medio * 10) / 10),
             s.valutazione,
             s.terminata ? QStringLiteral("sì") : QStringLiteral("no"),
-            s.postazione};
+            s.postazione,
+            UnitaSerie::Nome(s)};
 }
 
 QByteArray CsvRegistro::testo(const QList<SerieRegistrata> &serie)

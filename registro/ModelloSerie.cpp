@@ -1,6 +1,7 @@
 #include "registro/ModelloSerie.h"
 
 #include "platform/Texts.h"
+#include "registro/UnitaSerie.h"
 
 namespace {
 
@@ -15,6 +16,7 @@ enum Colonna
     Tempo,
     Valutazione,
     Stato,
+    Unita,
     Colonne
 };
 
@@ -49,7 +51,8 @@ QVariant ModelloSerie::headerData(int section, Qt::Orientation orientation, int 
     static const QStringList titoli{
         QStringLiteral("Data e ora"), QStringLiteral("Alunno"),      QStringLiteral("Simboli"),
         QStringLiteral("Esercizi"),   QStringLiteral("Esatte"),      QStringLiteral("Errate"),
-        QStringLiteral("Tempo (s)"),  QStringLiteral("Valutazione"), QStringLiteral("Stato")};
+        QStringLiteral("Tempo (s)"),  QStringLiteral("Valutazione"), QStringLiteral("Stato"),
+        QStringLiteral("Unità")};
     return titoli.value(section);
 }
 
@@ -83,6 +86,8 @@ QVariant ModelloSerie::data(const QModelIndex &index, int role) const
         return s.valutazione;
     case Stato:
         return s.terminata ? QStringLiteral("completata") : QStringLiteral("interrotta");
+    case Unita:
+        return UnitaSerie::Nome(s);
     default:
         return {};
     }

@@ -3,6 +3,7 @@
 #include "platform/Texts.h"
 #include "platform/printing/Printer.h"
 #include "registro/ModelloSerie.h"
+#include "registro/UnitaSerie.h"
 
 #include <cmath>
 
@@ -39,14 +40,15 @@ QStringList StampaRegistro::righe(const QList<SerieRegistrata> &serie,
     r << colonna(QStringLiteral("Data e ora"), 17) + colonna(QStringLiteral("Alunno"), 18) +
              numero(QStringLiteral("Es."), 4) + numero(QStringLiteral("Esatte"), 7) +
              numero(QStringLiteral("Errate"), 7) + numero(QStringLiteral("Sec."), 6) + "  " +
-             colonna(QStringLiteral("Valutazione"), 17);
+             colonna(QStringLiteral("Valutazione"), 17) + QStringLiteral("Unità");
     for (const SerieRegistrata &s : serie)
         r << colonna(s.inizio.toString(QStringLiteral("dd/MM/yyyy HH:mm")), 17) +
                  colonna(ModelloSerie::nomeMostrato(s.nome), 18) +
                  numero(QString::number(s.quantiEsercizi()), 4) +
                  numero(QString::number(s.esatte), 7) + numero(QString::number(s.errate), 7) +
                  numero(Texts::fromDouble(s.tempoTotale), 6) + "  " +
-                 colonna(s.terminata ? s.valutazione : QStringLiteral("(interrotta)"), 17);
+                 colonna(s.terminata ? s.valutazione : QStringLiteral("(interrotta)"), 17) +
+                 UnitaSerie::Nome(s);
     return r;
 }
 

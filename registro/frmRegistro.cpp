@@ -2,6 +2,7 @@
 
 #include "core/AppContext.h"
 #include "platform/Texts.h"
+#include "platform/controls/ComboBox.h"
 #include "platform/controls/CommandButton.h"
 #include "platform/controls/Frame.h"
 #include "platform/controls/Label.h"
@@ -13,11 +14,13 @@
 #include "registro/ModelloSerie.h"
 #include "registro/RiepilogoAlunni.h"
 #include "registro/StampaRegistro.h"
+#include "registro/UnitaSerie.h"
 #include "services/frmSceltaStampante.h"
 
 #include <QDir>
 #include <QFile>
 #include <QHeaderView>
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QSaveFile>
 #include <QStandardItemModel>
@@ -81,6 +84,8 @@ frmRegistro::frmRegistro(AppContext &ctx, const ImpostazioniRegistro &impostazio
         {.kind = K::Label, .name = "lblAl", .left = 5460, .top = 540, .width = 360, .height = 300, .caption = "Al"},
         {.kind = K::TextBox, .name = "txtAl", .left = 5820, .top = 480, .width = 1500, .height = 360, .tip = "gg/mm/aaaa"},
         {.kind = K::CommandButton, .name = "cmdCerca", .left = 7440, .top = 450, .width = 1320, .height = 420, .caption = "CERCA", .font = Comando},
+        {.kind = K::Label, .name = "lblUnita", .left = 8940, .top = 540, .width = 600, .height = 300, .caption = "Unità"},
+        {.kind = K::ComboBox, .name = "cboUnita", .left = 9540, .top = 480, .width = 1620, .height = 360},
         {.kind = K::Frame, .name = "fraSerie", .left = 120, .top = 960, .width = 7200, .height = 4800, .caption = "Serie, dalla più recente", .fore = Blu, .font = Comando, .border = true},
         {.kind = K::Frame, .name = "fraAlunni", .left = 7440, .top = 960, .width = 4440, .height = 4800, .caption = "Alunni", .fore = Blu, .font = Comando, .border = true},
         {.kind = K::Frame, .name = "fraRighe", .left = 120, .top = 5880, .width = 11760, .height = 1740, .caption = "Esercizi della serie scelta", .fore = Blu, .font = Comando, .border = true},
@@ -97,6 +102,12 @@ frmRegistro::frmRegistro(AppContext &ctx, const ImpostazioniRegistro &impostazio
     txtAl = &get<TextBox>("txtAl");
     lblFile = &get<Label>("lblFile");
     lblStato = &get<Label>("lblStato");
+    cboUnita = &get<ComboBox>("cboUnita");
+    for (const QString &scelta : UnitaSerie::Scelte())
+        cboUnita->AddItem(scelta);
+    cboUnita->setListIndex(0);
+    get<Label>("lblUnita").label()->setBuddy(cboUnita->widget());
+    cboUnita->setEtichetta(get<Label>("lblUnita"));
 
     m_modello = new ModelloSerie(this);
     m_tabellaSerie = dentro(get<Frame>("fraSerie"), new QTableView);
@@ -146,6 +157,8 @@ frmRegistro::frmRegistro(AppContext &ctx, const ImpostazioniRegistro &impostazio
             [this](const QModelIndex &i) { MostraRighe(i.row()); });
 
     get<CommandButton>("cmdCerca").Click = [this] { cmdCerca_Click(); };
+    // A kind of units chosen shows its series at once.
+    cboUnita->Click = [this] { cmdCerca_Click(); };
     get<CommandButton>("cmdEsporta").Click = [this] { cmdEsporta_Click(); };
     get<CommandButton>("cmdStampa").Click = [this] { cmdStampa_Click(); };
     get<CommandButton>("cmdElimina").Click = [this] { cmdElimina_Click(); };
@@ -206,6 +219,9 @@ bool frmRegistro::Aggiorna()
     }
     ArchivioRegistro::Esito esito = ArchivioRegistro::Ok;
     QList<SerieRegistrata> serie = m_archivio.elenco(filtro, &esito);
+    serie.removeIf([scelta = cboUnita->ListIndex()](const SerieRegistrata &s) {
+        return !UnitaSerie::Passa(s, scelta);
+    });
     if (!m_archivio.messoDaParte().isEmpty())
         m_ctx.notifications().notify(
             QStringLiteral("Registro: il file %1 era danneggiato. È stato messo da parte in %2 "

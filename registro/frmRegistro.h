@@ -8,6 +8,7 @@
 #include <memory>
 
 class AppContext;
+class ComboBox;
 class CommandButton;
 class Label;
 class ModelloSerie;
@@ -64,6 +65,7 @@ private:
     Resize::Posizioni Posizioni;
     TextBox *txtNome, *txtDal, *txtAl;
     Label *lblFile, *lblStato;
+    ComboBox *cboUnita;
     QTableView *m_tabellaSerie = nullptr;
     QTableView *m_tabellaAlunni = nullptr;
     QPlainTextEdit *m_righe = nullptr;

@@ -3,6 +3,7 @@
 #include "core/Algoritmi.h"
 #include "core/AppContext.h"
 #include "core/SchedeClasse.h"
+#include "misure/Misure.h"
 #include "platform/Suppressed.h"
 #include "platform/printing/Printer.h"
 #include "services/CartellaPdf.h"
@@ -171,7 +172,7 @@ void FrmStampaSchede::Form_Load()
 {
     Resize::RegistraPosizioni(*this, Posizioni);
     runSuppressed({
-        [&] { Titolo = QStringLiteral("SCHEDA DI SCOMPOSIZIONE"); },
+        [&] { Titolo = Misure::TitoloScheda(m_ctx.stato.FamigliaSimboli); },
         [&] { lblTitolo->setCaption(Titolo); },
     });
 }
@@ -431,6 +432,9 @@ void FrmStampaSchede::Option2_LostFocus(int Index)
 void FrmStampaSchede::Option2_Click(int)
 {
     StatoCondiviso &s = m_ctx.stato;
+    // The sheet is titled by the units its rows are built in.
+    Titolo = Misure::TitoloScheda(s.FamigliaSimboli);
+    lblTitolo->setCaption(Titolo);
     Label2->setCaption(s.DescrizioneSimboli);
     Frame1->setEnabled(true);
     // CostruisciRighe leaves RigaScheda past the last row, so this loop runs
