@@ -12,6 +12,9 @@
 #include "start/FrmOpzioni.h"
 #include "start/frmAutore.h"
 
+#include <QAction>
+#include <QMenu>
+
 namespace {
 
 using K = ControlKind;
@@ -109,6 +112,13 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
     mnuAvvertenza = &get<Menu>("mnuAvvertenza");
     mnuRegistro = &get<Menu>("mnuRegistro");
     mnuMisura = array<Menu>("mnuMisura");
+    // The measures' drop-down in the screen's letters, a size larger: read
+    // by pupils as well.
+    if (QMenu *tendina = get<Menu>("mnuMisure").action()->menu()) {
+        QFont lettere = font();
+        lettere.setPointSizeF(12);
+        tendina->setFont(lettere);
+    }
 
     // The curtain covers everything while it opens.
     Picture1->ZOrder(0);

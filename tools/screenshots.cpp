@@ -26,6 +26,8 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QMenu>
+#include <QPainter>
 #include <QTest>
 #include <cstdio>
 
@@ -197,6 +199,66 @@ void scattiSchede()
     scelta.Unload();
 }
 
+// ---- Measures ----
+
+// The start screen with the "Misure" menu open over it: the drop-down is a
+// window of its own, drawn onto the screen's picture where it stands.
+void salvaConTendina(FrmInizio &inizio, QMenu &tendina, const QString &nome)
+{
+    const QSize design(inizio.client()->size());
+    for (int scala : {1, 2}) {
+        inizio.setInnerSize(Twips::fromPixels(design.width() * scala),
+                            Twips::fromPixels(design.height() * scala));
+        QApplication::processEvents();
+        tendina.hide();
+        QTest::keyClick(&inizio, Qt::Key_M, Qt::AltModifier);
+        QApplication::processEvents();
+        QPixmap quadro = inizio.grab();
+        {
+            QPainter p(&quadro);
+            p.drawPixmap(tendina.mapToGlobal(QPoint()) - inizio.mapToGlobal(QPoint()),
+                         tendina.grab());
+        }
+        const QString file =
+            QDir(cartella).filePath(QStringLiteral("%1-%2x.png").arg(nome).arg(scala));
+        quadro.save(file);
+        std::printf("%s\n", qPrintable(file));
+    }
+    inizio.setInnerSize(Twips::fromPixels(design.width()), Twips::fromPixels(design.height()));
+    QApplication::processEvents();
+}
+
+// A measure chosen from the keyboard (the menu open on the way), the start
+// screen showing it, and the drill in it with an answer begun.
+void scattiMisure()
+{
+    AppContext ctx;
+    auto &inizio = ctx.form<FrmInizio>();
+    inizio.Show();
+    QApplication::setActiveWindow(&inizio);
+    if (!QTest::qWaitForWindowActive(&inizio, 2000))
+        std::printf("FrmInizio did not become active\n");
+    apriTendina(inizio);
+    QMenu *tendina = inizio.get<Menu>("mnuMisure").action()->menu();
+    salvaConTendina(inizio, *tendina, QStringLiteral("FrmInizio-menu-misure"));
+    // "Lunghezze: km hm dam m", the second entry.
+    QTest::keyClick(tendina, Qt::Key_Down);
+    QTest::keyClick(tendina, Qt::Key_Return);
+    QApplication::processEvents();
+    salva(inizio, QStringLiteral("FrmInizio-misura"));
+
+    // Whole numbers, the order, "Vai", with the mouse.
+    premi(inizio, "Option1", 0);
+    premi(inizio, "Option2", 0);
+    premi(inizio, "Option3", 0);
+    auto &f = ctx.form<frmOperativo>();
+    QApplication::processEvents();
+    scrivi(f, f.TastiPer(ctx.stato.Risposta).mid(0, 4));
+    salva(f, QStringLiteral("frmOperativo-misura"));
+    f.Unload();
+    inizio.Unload();
+}
+
 } // namespace
 
 // After a series: the report, the name being typed, the certificate with a
@@ -257,5 +319,6 @@ int main(int argc, char *argv[])
     scattiResoconto(ctx);
     scattiOpzioni(ctx);
     scattiSchede();
+    scattiMisure();
     return 0;
 }
