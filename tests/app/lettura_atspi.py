@@ -307,6 +307,71 @@ def percorso(quadrivo):
     attestato = aspetta(lambda: altra_finestra(inizio, esercizio, resoconto, nome), "l'attestato")
     schermata("FrmAttestato", attestato.name)
 
+    # The measures: the drill is left, the menu read and a measure chosen,
+    # then the start screen and a drill in it.
+    premi(esercizio, "Esci")
+    aspetta(lambda: finestra("SCOMPOSIZIONE") is None, "la chiusura dell'esercitazione")
+    misure(inizio)
+
+
+MISURE = ["Numeri: uk h da u / h da u / u d c m", "Lunghezze: km hm dam m", "Lunghezze: hm dam m",
+          "Lunghezze: m dm cm mm", "Masse: kg hg dag g", "Masse: hg dag g", "Masse: g dg cg mg",
+          "Capacità: hl dal l", "Capacità: l dl cl ml"]
+
+
+def voci_misure(inizio):
+    """The entries under the "Misure" menu of the start screen."""
+    menu = trova(inizio, "Misure", ruoli=("menu item", "menu"))
+    if menu is None:
+        return None, []
+    return menu, [o for o in tutti(menu) if o is not menu
+                  and o.getRoleName() in ("menu item", "check menu item", "radio menu item")]
+
+
+def misure(inizio):
+    clicca(inizio, "Misure")
+    menu, voci = aspetta(lambda: (lambda m: m if m[1] and stato(m[1][0], pyatspi.STATE_SHOWING)
+                                  else None)(voci_misure(inizio)), "il menu Misure aperto")
+    righe = ["Misure: %s \"%s\"" % (menu.getRoleName(), menu.name)]
+    for o in voci:
+        spunta = " [scelta]" if stato(o, pyatspi.STATE_CHECKED) else ""
+        righe.append("  %s \"%s\"%s" % (o.getRoleName(), o.name, spunta))
+        if INTERNI.search(o.name or "") or not o.name:
+            errore("Misure: \"%s\": nome interno o mancante" % o.name)
+    testo = "\n".join(righe) + "\n"
+    print(testo, flush=True)
+    if USCITA:
+        with open(os.path.join(USCITA, "FrmInizio-menu-misure.txt"), "w") as out:
+            out.write(testo)
+    if [o.name for o in voci] != MISURE:
+        errore("Misure: le voci sono %s" % [o.name for o in voci])
+    if [stato(o, pyatspi.STATE_CHECKED) for o in voci] != [True] + [False] * 8:
+        errore("Misure: all'inizio non è scelto solo Numeri")
+    azioni = voci[1].queryAction()
+    for i in range(azioni.nActions):
+        if azioni.getName(i).lower() in ("press", "click", "toggle"):
+            azioni.doAction(i)
+            break
+    else:
+        raise RuntimeError("'%s' non ha un'azione di pressione" % MISURE[1])
+    aspetta(lambda: finestra("SISTEMA METRICO: scomposizione"), "la schermata in una misura")
+    _, voci = voci_misure(finestra("SISTEMA METRICO: scomposizione"))
+    if [stato(o, pyatspi.STATE_CHECKED) for o in voci] != [False, True] + [False] * 7:
+        errore("Misure: la misura scelta non risulta spuntata")
+
+    inizio, testo = schermata("FrmInizio-misura", "SISTEMA METRICO: scomposizione")
+    for atteso in ('label "SISTEMA METRICO"', 'label "SCOMPOSIZIONE DELLE MISURE"',
+                   'radio button "km hm dam m"'):
+        if atteso not in testo:
+            errore("FrmInizio-misura: manca %s" % atteso)
+    premi(inizio, "numeri interi")
+    premi(inizio, "km hm dam m")
+    premi(inizio, "Vai")
+    _, testo = schermata("frmOperativo-misura", "SCOMPOSIZIONE")
+    for unita in ("km", "hm", "dam", "m"):
+        if 'push button "%s"' % unita not in testo:
+            errore("frmOperativo-misura: manca il tasto %s" % unita)
+
 
 def altra_finestra(*note):
     app = applicazione()
