@@ -3,8 +3,8 @@
 #include "classe/SerieClasse.h"
 #include "classe/StampaClasse.h"
 #include "classe/UnitaClasse.h"
-#include "misure/Misure.h"
 #include "core/AppContext.h"
+#include "misure/Misure.h"
 #include "platform/Texts.h"
 #include "platform/printing/Printer.h"
 

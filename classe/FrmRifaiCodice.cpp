@@ -2,8 +2,8 @@
 
 #include "classe/StampaClasse.h"
 #include "classe/UnitaClasse.h"
-#include "misure/Misure.h"
 #include "core/AppContext.h"
+#include "misure/Misure.h"
 #include "platform/printing/Printer.h"
 
 #include <QLabel>

@@ -20,8 +20,7 @@ double tronca(double punti)
 
 const QString StampaClasse::Titolo = QStringLiteral("SCHEDA DI SCOMPOSIZIONE");
 
-StampaClasse::StampaClasse(Printer &stampante, const QString &sottotitolo,
-                           const QString &titolo)
+StampaClasse::StampaClasse(Printer &stampante, const QString &sottotitolo, const QString &titolo)
     : m_stampante(stampante), m_sottotitolo(sottotitolo), m_titolo(titolo)
 {
 }

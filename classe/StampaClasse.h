@@ -26,8 +26,7 @@ public:
     using Avanzamento = std::function<bool(int fatti, int totale)>;
 
     // `titolo` heads every sheet: Titolo, or the same naming a measure.
-    StampaClasse(Printer &stampante, const QString &sottotitolo,
-                 const QString &titolo = Titolo);
+    StampaClasse(Printer &stampante, const QString &sottotitolo, const QString &titolo = Titolo);
 
     // True when every sheet went to the printer. When `avanti` stops it, the
     // document is dropped and nothing reaches the printer; a printer error

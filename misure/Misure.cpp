@@ -94,7 +94,7 @@ const QList<Misure::Unita> &Misure::TutteLeUnita()
 QString Misure::TitoloArgomento(int famiglia)
 {
     return UnitaDiFamiglia(famiglia) == Unita::Numeri ? QStringLiteral("SISTEMA DECIMALE")
-                                                       : QStringLiteral("SISTEMA METRICO");
+                                                      : QStringLiteral("SISTEMA METRICO");
 }
 
 QString Misure::SottotitoloArgomento(int famiglia)

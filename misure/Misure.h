@@ -15,7 +15,13 @@ struct StatoCondiviso;
 class Misure
 {
 public:
-    enum class Unita { Numeri, Lunghezze, Masse, Capacita };
+    enum class Unita
+    {
+        Numeri,
+        Lunghezze,
+        Masse,
+        Capacita
+    };
 
     struct Voce
     {

@@ -2,8 +2,8 @@
 #include "classe/RigheClasse.h"
 #include "classe/UnitaClasse.h"
 #include "core/Algoritmi.h"
-#include "core/FamiglieSimboli.h"
 #include "core/AppContext.h"
+#include "core/FamiglieSimboli.h"
 #include "misure/Misure.h"
 #include "support/TestDoubles.h"
 
@@ -60,36 +60,40 @@ private slots:
         const QString mis = QStringLiteral("Scomposizione delle misure");
         QTest::newRow("numeri") << 0 << "Numeri: uk h da u / h da u / u d c m" << 1
                                 << QStringList{" u ", " d ", " c ", " m "} << 4 << dec << num
-                                << " unità,    decimi, centesimi, millesimi" << "numeri";
-        QTest::newRow("km hm dam m") << 1 << "Lunghezze: km hm dam m" << 6
-                                     << QStringList{" km ", "  hm ", " dam ", "   m "} << 4 << met
-                                     << mis << " chilometri,    ettometri, decametri, metri"
-                                     << "lunghezze";
+                                << " unità,    decimi, centesimi, millesimi"
+                                << "numeri";
+        QTest::newRow("km hm dam m")
+            << 1 << "Lunghezze: km hm dam m" << 6 << QStringList{" km ", "  hm ", " dam ", "   m "}
+            << 4 << met << mis << " chilometri,    ettometri, decametri, metri"
+            << "lunghezze";
         QTest::newRow("hm dam m") << 2 << "Lunghezze: hm dam m" << 5
                                   << QStringList{"     ", "  hm ", " dam ", "   m "} << 3 << met
-                                  << mis << " ettometri, decametri, metri" << "lunghezze";
-        QTest::newRow("m dm cm mm") << 3 << "Lunghezze: m dm cm mm" << 4
-                                    << QStringList{"  m ", " dm ", " cm ", " mm "} << 4 << met
-                                    << mis << " metri,    decimetri, centimetri, millimetri"
-                                    << "lunghezze";
-        QTest::newRow("kg hg dag g") << 4 << "Masse: kg hg dag g" << 9
-                                     << QStringList{"  kg ", "  hg ", " dag ", "   g "} << 4 << met
-                                     << mis << " chilogrammi    ettogrammi, decagrammi, grammi"
-                                     << "masse";
+                                  << mis << " ettometri, decametri, metri"
+                                  << "lunghezze";
+        QTest::newRow("m dm cm mm")
+            << 3 << "Lunghezze: m dm cm mm" << 4 << QStringList{"  m ", " dm ", " cm ", " mm "} << 4
+            << met << mis << " metri,    decimetri, centimetri, millimetri"
+            << "lunghezze";
+        QTest::newRow("kg hg dag g")
+            << 4 << "Masse: kg hg dag g" << 9 << QStringList{"  kg ", "  hg ", " dag ", "   g "}
+            << 4 << met << mis << " chilogrammi    ettogrammi, decagrammi, grammi"
+            << "masse";
         QTest::newRow("hg dag g") << 5 << "Masse: hg dag g" << 8
                                   << QStringList{"     ", "  hg ", " dag ", "   g "} << 3 << met
-                                  << mis << " ettogrammi, decagrammi, grammi" << "masse";
-        QTest::newRow("g dg cg mg") << 6 << "Masse: g dg cg mg" << 7
-                                    << QStringList{"  g ", " dg ", " cg ", " mg "} << 4 << met
-                                    << mis << " grammi,    decigrammi, centigrammi, milligrammi"
-                                    << "masse";
+                                  << mis << " ettogrammi, decagrammi, grammi"
+                                  << "masse";
+        QTest::newRow("g dg cg mg")
+            << 6 << "Masse: g dg cg mg" << 7 << QStringList{"  g ", " dg ", " cg ", " mg "} << 4
+            << met << mis << " grammi,    decigrammi, centigrammi, milligrammi"
+            << "masse";
         QTest::newRow("hl dal l") << 7 << "Capacità: hl dal l" << 12
                                   << QStringList{"     ", "  hl ", " dal ", "   l "} << 3 << met
-                                  << mis << " ettolitri, decalitri, litri" << "capacità";
-        QTest::newRow("l dl cl ml") << 8 << "Capacità: l dl cl ml" << 11
-                                    << QStringList{"  l ", " dl ", " cl ", " ml"} << 4 << met
-                                    << mis << " litri,    decilitri, centilitri, millilitri"
-                                    << "capacità";
+                                  << mis << " ettolitri, decalitri, litri"
+                                  << "capacità";
+        QTest::newRow("l dl cl ml")
+            << 8 << "Capacità: l dl cl ml" << 11 << QStringList{"  l ", " dl ", " cl ", " ml"} << 4
+            << met << mis << " litri,    decilitri, centilitri, millilitri"
+            << "capacità";
     }
     void everyEntrySetsItsFamilyAndSymbols()
     {
@@ -122,8 +126,9 @@ private slots:
             QCOMPARE(Misure::MisuraInVigore(s), voce > 0);
             QCOMPARE(Misure::NomeUnita(s.FamigliaSimboli), unita);
         }
-        QCOMPARE(Misure::TitoloScheda(famiglia), voce == 0 ? QStringLiteral("SCHEDA DI SCOMPOSIZIONE")
-                                                           : "SCHEDA DI SCOMPOSIZIONE - " + caption);
+        QCOMPARE(Misure::TitoloScheda(famiglia), voce == 0
+                                                     ? QStringLiteral("SCHEDA DI SCOMPOSIZIONE")
+                                                     : "SCHEDA DI SCOMPOSIZIONE - " + caption);
     }
 
     void theFamiliesOfNumbersAllStandForTheFirstEntry()
@@ -199,7 +204,7 @@ private slots:
         QCOMPARE(s.Numero + s.SimboloRichiesto.trimmed(), QStringLiteral("4,7m"));
         QCOMPARE(s.Risposta, QStringLiteral("4  m 7 dm "));
         Misure::Applica(s, 4); // kg hg dag g
-        s.TipoEsercizio = 38; // 0,xy
+        s.TipoEsercizio = 38;  // 0,xy
         t.random->script({0.5 / 9, (3 - 0.5) / 9, (5 - 0.5) / 9, 0.5 / 9});
         Algoritmi(*t).GeneraEsercizio();
         QCOMPARE(s.Numero + QLatin1Char(' ') + s.SimboloRichiesto.trimmed(),

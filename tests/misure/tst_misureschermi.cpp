@@ -167,11 +167,11 @@ private slots:
             testi << a->text();
             QVERIFY(a->isCheckable());
         }
-        QCOMPARE(testi, (QStringList{"Numeri: uk h da u / h da u / u d c m",
-                                     "Lunghezze: km hm dam m", "Lunghezze: hm dam m",
-                                     "Lunghezze: m dm cm mm", "Masse: kg hg dag g",
-                                     "Masse: hg dag g", "Masse: g dg cg mg", "Capacità: hl dal l",
-                                     "Capacità: l dl cl ml"}));
+        QCOMPARE(testi,
+                 (QStringList{"Numeri: uk h da u / h da u / u d c m", "Lunghezze: km hm dam m",
+                              "Lunghezze: hm dam m", "Lunghezze: m dm cm mm", "Masse: kg hg dag g",
+                              "Masse: hg dag g", "Masse: g dg cg mg", "Capacità: hl dal l",
+                              "Capacità: l dl cl ml"}));
         // At start: numbers, as always.
         QCOMPARE(spuntate(), QList<int>{0});
         QCOMPARE(s().FamigliaSimboli.value(), 1);
@@ -217,8 +217,8 @@ private slots:
         QStringList righe;
         for (const auto &r : attestato.get<PictureBox>("Picture1").printedLines())
             righe << r.text;
-        QCOMPARE(righe.value(12), misura ? QStringLiteral("SISTEMA METRICO")
-                                         : QStringLiteral("SISTEMA DECIMALE"));
+        QCOMPARE(righe.value(12),
+                 misura ? QStringLiteral("SISTEMA METRICO") : QStringLiteral("SISTEMA DECIMALE"));
         QCOMPARE(righe.value(14), misura ? QStringLiteral("Scomposizione delle misure")
                                          : QStringLiteral("Scomposizione dei numeri"));
         QCOMPARE(righe.value(16), FamiglieSimboli::trova(v.famiglia)->rigaSimboli);
@@ -372,7 +372,8 @@ private slots:
         usaPdf();
         scegli(voce);
         FrmStampaSchede &fs = schede();
-        const QString titolo = "SCHEDA DI SCOMPOSIZIONE - " + Misure::Voci()[std::size_t(voce)].caption;
+        const QString titolo =
+            "SCHEDA DI SCOMPOSIZIONE - " + Misure::Voci()[std::size_t(voce)].caption;
         QCOMPARE(caption(fs, "lblTitolo"), titolo);
         click(fs.get<OptionButton>("Option1", 2)); // whole and decimal
         click(fs.get<OptionButton>("Opt1", 1));    // 20 rows
@@ -383,8 +384,10 @@ private slots:
             const QString riga = s().RigheDocenti[r];
             QVERIFY2(riga.contains(simboli[1]) || riga.contains(simboli[2]), qPrintable(riga));
             // The question names one of the measure's units.
-            const QString unita =
-                s().RigheAlunni[r].section(QLatin1Char('='), 0, 0).split(' ', Qt::SkipEmptyParts).last();
+            const QString unita = s().RigheAlunni[r]
+                                      .section(QLatin1Char('='), 0, 0)
+                                      .split(' ', Qt::SkipEmptyParts)
+                                      .last();
             QVERIFY2(std::any_of(simboli.begin(), simboli.end(),
                                  [&](const QString &x) { return x.trimmed() == unita; }),
                      qPrintable(s().RigheAlunni[r]));
@@ -435,7 +438,8 @@ private slots:
         MenuClasse::Installa(**t);
         usaPdf();
         scegli(voce);
-        const QString titolo = "SCHEDA DI SCOMPOSIZIONE - " + Misure::Voci()[std::size_t(voce)].caption;
+        const QString titolo =
+            "SCHEDA DI SCOMPOSIZIONE - " + Misure::Voci()[std::size_t(voce)].caption;
         FrmStampaSchede &fs = schede();
         fs.get<Menu>("mnuCopieClasse").action()->trigger();
         auto *copie = (*t)->screens().find<FrmCopieClasse>();
@@ -490,7 +494,8 @@ private slots:
         QCOMPARE(copia.pages(), 1);
         const QString pagina = copia.text().simplified();
         QVERIFY2(pagina.contains(titolo), qPrintable(pagina));
-        QVERIFY(pagina.contains(QStringLiteral("Livello di difficoltà: Scomposizione delle misure")));
+        QVERIFY(
+            pagina.contains(QStringLiteral("Livello di difficoltà: Scomposizione delle misure")));
         const auto rifatta = rifatte.Costruisci(*CodiceScheda::Leggi(codice));
         for (const QString &riga : rifatta.docenti)
             QVERIFY2(pagina.contains(riga.simplified()), qPrintable(riga));

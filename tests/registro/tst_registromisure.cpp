@@ -57,24 +57,41 @@ private slots:
         QTest::addColumn<int>("famiglia");
         QTest::addColumn<QString>("simboli");
         QTest::addColumn<QString>("unita");
-        QTest::newRow("1") << 1 << "u d c m" << "numeri";
-        QTest::newRow("2") << 2 << "h da u" << "numeri";
-        QTest::newRow("3") << 3 << "uk h da u" << "numeri";
-        QTest::newRow("4") << 4 << "m dm cm mm" << "lunghezze";
-        QTest::newRow("5") << 5 << "hm dam m" << "lunghezze";
-        QTest::newRow("6") << 6 << "km hm dam m" << "lunghezze";
-        QTest::newRow("7") << 7 << "g dg cg mg" << "masse";
-        QTest::newRow("8") << 8 << "hg dag g" << "masse";
-        QTest::newRow("9") << 9 << "kg hg dag g" << "masse";
-        QTest::newRow("10") << 10 << "t q Mg kg" << "masse";
-        QTest::newRow("11") << 11 << "l dl cl ml" << "capacità";
-        QTest::newRow("12") << 12 << "hl dal l" << "capacità";
+        QTest::newRow("1") << 1 << "u d c m"
+                           << "numeri";
+        QTest::newRow("2") << 2 << "h da u"
+                           << "numeri";
+        QTest::newRow("3") << 3 << "uk h da u"
+                           << "numeri";
+        QTest::newRow("4") << 4 << "m dm cm mm"
+                           << "lunghezze";
+        QTest::newRow("5") << 5 << "hm dam m"
+                           << "lunghezze";
+        QTest::newRow("6") << 6 << "km hm dam m"
+                           << "lunghezze";
+        QTest::newRow("7") << 7 << "g dg cg mg"
+                           << "masse";
+        QTest::newRow("8") << 8 << "hg dag g"
+                           << "masse";
+        QTest::newRow("9") << 9 << "kg hg dag g"
+                           << "masse";
+        QTest::newRow("10") << 10 << "t q Mg kg"
+                            << "masse";
+        QTest::newRow("11") << 11 << "l dl cl ml"
+                            << "capacità";
+        QTest::newRow("12") << 12 << "hl dal l"
+                            << "capacità";
         // No family kept: the symbols tell, a bare m being thousandths.
-        QTest::newRow("no family, numbers") << 0 << "u d c m" << "numeri";
-        QTest::newRow("no family, lengths") << 0 << "hm dam m" << "lunghezze";
-        QTest::newRow("no family, masses") << 0 << "kg hg dag g" << "masse";
-        QTest::newRow("no family, capacities") << 0 << "l dl cl ml" << "capacità";
-        QTest::newRow("no family, nothing") << 0 << "" << "numeri";
+        QTest::newRow("no family, numbers") << 0 << "u d c m"
+                                            << "numeri";
+        QTest::newRow("no family, lengths") << 0 << "hm dam m"
+                                            << "lunghezze";
+        QTest::newRow("no family, masses") << 0 << "kg hg dag g"
+                                           << "masse";
+        QTest::newRow("no family, capacities") << 0 << "l dl cl ml"
+                                               << "capacità";
+        QTest::newRow("no family, nothing") << 0 << ""
+                                            << "numeri";
     }
     void theUnitsOfASeriesComeFromItsFamilyAndSymbols()
     {
@@ -139,8 +156,8 @@ private slots:
                 u << m.data(m.index(i, colonna), Qt::DisplayRole).toString();
             return u;
         };
-        QCOMPARE(unita(), (QStringList{"numeri", "capacità", "masse", "lunghezze", "lunghezze",
-                                       "numeri"}));
+        QCOMPARE(unita(),
+                 (QStringList{"numeri", "capacità", "masse", "lunghezze", "lunghezze", "numeri"}));
 
         ComboBox &filtro = f->get<ComboBox>("cboUnita");
         QCOMPARE(filtro.ListCount(), 5);
