@@ -15,6 +15,7 @@
 #include "platform/controls/Timer.h"
 #include "platform/printing/PdfFilePrinter.h"
 #include "platform/printing/Printers.h"
+#include "report/FrmStampaEsercizio2.h"
 #include "sheets/FrmStampaSchede.h"
 #include "start/FrmInizio.h"
 #include "support/PrintedPdf.h"
@@ -342,6 +343,36 @@ private slots:
         click(opt("Option2", 0));
         click(opt("Option3", 0));
         rispondi(simboliDi(0));
+    }
+
+    void theReportListsAndPrintsTheLinesOfTheMeasure_data()
+    {
+        voci();
+        for (int v = 1; v < 9; ++v)
+            QTest::addRow("%s", qPrintable(Misure::Voci()[std::size_t(v)].caption)) << v;
+    }
+    void theReportListsAndPrintsTheLinesOfTheMeasure()
+    {
+        QFETCH(int, voce);
+        scegli(voce);
+        click(opt("Option1", 2));
+        click(opt("Option2", 0));
+        click(opt("Option3", 0));
+        Alunno a(*t);
+        const QString domanda = s().Numero;
+        const QString unita = s().SimboloRichiesto.trimmed();
+        a.scriviGiusta();
+        a.verifica();
+        a.avanti();
+        const QString riga = s().Operazioni[1];
+        QVERIFY2(riga.contains(domanda) && riga.contains(unita), qPrintable(riga));
+        esercitazione()->get<Menu>("mnuVisualizza").action()->trigger();
+        auto *resoconto = (*t)->screens().find<FrmStampaEsercizio2>();
+        QVERIFY(resoconto);
+        QCOMPARE(resoconto->get<Label>("LblOp", 1).Caption(), riga);
+        resoconto->get<Menu>("mnuStampaEsercizi").action()->trigger();
+        QVERIFY(t->printer->calls.join('\n').contains(riga));
+        QCOMPARE(t->printer->documents, 1);
     }
 
     void aMeasureIsNotChangedUnderADrill()
