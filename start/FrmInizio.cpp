@@ -113,12 +113,16 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
     mnuRegistro = &get<Menu>("mnuRegistro");
     mnuMisura = array<Menu>("mnuMisura");
     // The measures' drop-down in the screen's letters, a size larger: read
-    // by pupils as well.
-    if (QMenu *tendina = get<Menu>("mnuMisure").action()->menu()) {
-        QFont lettere = font();
-        lettere.setPointSizeF(12);
-        tendina->setFont(lettere);
-    }
+    // by pupils as well. Set when it first opens, so starting pays nothing.
+    if (QMenu *tendina = get<Menu>("mnuMisure").action()->menu())
+        connect(
+            tendina, &QMenu::aboutToShow, tendina,
+            [this, tendina] {
+                QFont lettere = font();
+                lettere.setPointSizeF(12);
+                tendina->setFont(lettere);
+            },
+            Qt::SingleShotConnection);
 
     // The curtain covers everything while it opens.
     Picture1->ZOrder(0);
