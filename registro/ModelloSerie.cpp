@@ -10,13 +10,13 @@ enum Colonna
     Data,
     Alunno,
     Simboli,
+    Unita,
     Esercizi,
     Esatte,
     Errate,
     Tempo,
     Valutazione,
     Stato,
-    Unita,
     Colonne
 };
 
@@ -48,11 +48,11 @@ QVariant ModelloSerie::headerData(int section, Qt::Orientation orientation, int 
 {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
-    static const QStringList titoli{QStringLiteral("Data e ora"), QStringLiteral("Alunno"),
-                                    QStringLiteral("Simboli"),    QStringLiteral("Esercizi"),
-                                    QStringLiteral("Esatte"),     QStringLiteral("Errate"),
-                                    QStringLiteral("Tempo (s)"),  QStringLiteral("Valutazione"),
-                                    QStringLiteral("Stato"),      QStringLiteral("Unità")};
+    static const QStringList titoli{QStringLiteral("Data e ora"),  QStringLiteral("Alunno"),
+                                    QStringLiteral("Simboli"),     QStringLiteral("Unità"),
+                                    QStringLiteral("Esercizi"),    QStringLiteral("Esatte"),
+                                    QStringLiteral("Errate"),      QStringLiteral("Tempo (s)"),
+                                    QStringLiteral("Valutazione"), QStringLiteral("Stato")};
     return titoli.value(section);
 }
 

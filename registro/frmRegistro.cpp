@@ -123,9 +123,10 @@ frmRegistro::frmRegistro(AppContext &ctx, const ImpostazioniRegistro &impostazio
     // Widths fixed once: measuring ten thousand rows would slow the opening.
     const QFont normale(QStringLiteral("Arial"), 9);
     m_tabellaSerie->setFont(normale);
-    for (auto [colonna, larghezza] :
-         {std::pair{0, 118}, {1, 110}, {2, 72}, {3, 58}, {4, 52}, {5, 52}, {6, 62}, {7, 90}})
-        m_tabellaSerie->horizontalHeader()->resizeSection(colonna, larghezza);
+    // Date, pupil, symbols, units, exercises, right, wrong, time, grade.
+    const int larghezze[] = {118, 110, 72, 72, 58, 52, 52, 62, 90};
+    for (int colonna = 0; colonna < int(std::size(larghezze)); ++colonna)
+        m_tabellaSerie->horizontalHeader()->resizeSection(colonna, larghezze[colonna]);
 
     m_alunni = new QStandardItemModel(0, 4, this);
     m_alunni->setHorizontalHeaderLabels({QStringLiteral("Alunno"), QStringLiteral("Serie"),

@@ -147,7 +147,12 @@ private slots:
         QVERIFY(f);
         QVERIFY(showActive(*f));
         const ModelloSerie &m = f->modello();
-        const int colonna = m.columnCount() - 1;
+        int colonna = -1;
+        for (int c = 0; c < m.columnCount(); ++c)
+            if (m.headerData(c, Qt::Horizontal, Qt::DisplayRole).toString() == "Unità")
+                colonna = c;
+        // Beside the symbols, where the teacher sees it without scrolling.
+        QCOMPARE(colonna, 3);
         QCOMPARE(m.headerData(colonna, Qt::Horizontal, Qt::DisplayRole).toString(),
                  QStringLiteral("Unità"));
         auto unita = [&] {
