@@ -2,6 +2,7 @@
 
 #include "core/AppContext.h"
 #include "core/FamiglieSimboli.h"
+#include "core/Verifiche.h"
 #include "drill/frmOperativo.h"
 #include "platform/Suppressed.h"
 #include "platform/Texts.h"
@@ -72,6 +73,8 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
         {.kind = K::Menu, .name = "mnuOpzioni", .caption = "Opzioni"},
         {.kind = K::Menu, .name = "mnuAvvertenza", .caption = "Avvertenza"},
         {.kind = K::Menu, .name = "mnuRegistro", .caption = "Registro"},
+        {.kind = K::Menu, .name = "mnuVerifica", .caption = "Verifica"},
+        {.kind = K::Menu, .name = "mnuVerificaCodice", .in = "mnuVerifica", .caption = "Verifica con codice"},
     });
     // clang-format on
 
@@ -145,6 +148,7 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
     mnuAutore->Click = [this] { mnuAutore_Click(); };
     // mnuAvvertenza has no action.
     mnuRegistro->Click = [this] { mnuRegistro_Click(); };
+    get<Menu>("mnuVerificaCodice").Click = [this] { mnuVerificaCodice_Click(); };
 }
 
 // ---- Load, resize, unload ----
@@ -494,6 +498,12 @@ void FrmInizio::mnuAutore_Click()
 void FrmInizio::mnuRegistro_Click()
 {
     m_ctx.registro().mostraRegistro();
+}
+
+void FrmInizio::mnuVerificaCodice_Click()
+{
+    if (Verifiche *verifiche = m_ctx.verifiche())
+        verifiche->VerificaConCodice();
 }
 
 // ---- Levels file ----

@@ -76,6 +76,8 @@ private:
     void mnuAutore_Click();
     // The pupils' register, a teacher's view of the series kept.
     void mnuRegistro_Click();
+    // The same exercises for the whole class, from a code.
+    void mnuVerificaCodice_Click();
 
     AppContext &m_ctx;
     Resize::Posizioni Posizioni;
