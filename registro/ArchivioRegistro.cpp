@@ -20,7 +20,7 @@ const QString FormatoData = QStringLiteral("yyyy-MM-ddTHH:mm:ss");
 
 const QString Colonne = QStringLiteral(
     "codice, inizio, fine, nome, tipo_numeri, numeri, famiglia, simboli, ordine, esercizi, "
-    "esatte, errate, tempo_totale, terminata, valutazione, postazione");
+    "esatte, errate, tempo_totale, terminata, valutazione, postazione, verifica");
 
 // The stored form read by hand: QDateTime::fromString with a format would
 // take most of the time the view needs to open on years of series.
@@ -63,6 +63,7 @@ SerieRegistrata leggiSerie(const QSqlQuery &q)
     s.terminata = q.value(13).toInt() != 0;
     s.valutazione = q.value(14).toString();
     s.postazione = q.value(15).toString();
+    s.verifica = q.value(16).toString();
     return s;
 }
 
@@ -315,7 +316,7 @@ ArchivioRegistro::Esito ArchivioRegistro::scriviSerie(const SerieRegistrata &s)
         q.prepare(QStringLiteral("INSERT INTO serie (%1) VALUES (:codice, :inizio, :fine, :nome, "
                                  ":tipo_numeri, :numeri, :famiglia, :simboli, :ordine, :esercizi, "
                                  ":esatte, :errate, :tempo_totale, :terminata, :valutazione, "
-                                 ":postazione)")
+                                 ":postazione, :verifica)")
                       .arg(Colonne));
     if (!pronta)
         return annulla(q.lastError());
@@ -335,16 +336,18 @@ ArchivioRegistro::Esito ArchivioRegistro::scriviSerie(const SerieRegistrata &s)
     q.bindValue(QStringLiteral(":terminata"), s.terminata ? 1 : 0);
     q.bindValue(QStringLiteral(":valutazione"), testo(s.valutazione));
     q.bindValue(QStringLiteral(":postazione"), testo(s.postazione));
+    q.bindValue(QStringLiteral(":verifica"), testo(s.verifica));
     if (!q.exec())
         return annulla(q.lastError());
-    if (!q.prepare(QStringLiteral("INSERT INTO esercizi (codice_serie, numero, riga, secondi) "
-                                  "VALUES (:codice, :numero, :riga, :secondi)")))
+    if (!q.prepare(QStringLiteral("INSERT INTO esercizi (codice_serie, numero, riga, secondi, "
+                                  "esito) VALUES (:codice, :numero, :riga, :secondi, :esito)")))
         return annulla(q.lastError());
     for (const SerieRegistrata::Esercizio &es : s.esercizi) {
         q.bindValue(QStringLiteral(":codice"), s.codice);
         q.bindValue(QStringLiteral(":numero"), es.numero);
         q.bindValue(QStringLiteral(":riga"), testo(es.riga));
         q.bindValue(QStringLiteral(":secondi"), es.secondi);
+        q.bindValue(QStringLiteral(":esito"), es.esito);
         if (!q.exec())
             return annulla(q.lastError());
     }
@@ -396,13 +399,13 @@ QList<SerieRegistrata::Esercizio> ArchivioRegistro::righe(const QString &codice,
     if (e == Ok) {
         QSqlQuery q(m_db);
         const bool pronta =
-            q.prepare(QStringLiteral("SELECT numero, riga, secondi FROM esercizi "
+            q.prepare(QStringLiteral("SELECT numero, riga, secondi, esito FROM esercizi "
                                      "WHERE codice_serie = :codice ORDER BY numero"));
         q.bindValue(QStringLiteral(":codice"), codice);
         if (pronta && q.exec()) {
             while (q.next())
-                risultato.append(
-                    {q.value(0).toInt(), q.value(1).toString(), q.value(2).toDouble()});
+                risultato.append({q.value(0).toInt(), q.value(1).toString(), q.value(2).toDouble(),
+                                  q.value(3).toInt()});
         } else {
             e = fallito(q.lastError());
         }
