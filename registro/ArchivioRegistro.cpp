@@ -429,6 +429,76 @@ QList<SerieRegistrata> ArchivioRegistro::tutte(Esito *esito)
     return e == Ok ? risultato : QList<SerieRegistrata>{};
 }
 
+QList<ArchivioRegistro::VoceVerifica> ArchivioRegistro::verifiche(Esito *esito)
+{
+    QList<VoceVerifica> risultato;
+    Esito e = apri();
+    if (e == Ok) {
+        QSqlQuery q(m_db);
+        q.setForwardOnly(true);
+        if (q.exec(QStringLiteral("SELECT verifica, min(inizio), count(*), count(DISTINCT nome) "
+                                  "FROM serie WHERE verifica <> '' GROUP BY verifica "
+                                  "ORDER BY min(inizio) DESC, verifica"))) {
+            while (q.next())
+                risultato.append({q.value(0).toString(), leggiData(q.value(1).toString()),
+                                  q.value(2).toInt(), q.value(3).toInt()});
+        } else {
+            e = fallito(q.lastError());
+        }
+    }
+    if (e == NonRaggiungibile)
+        chiudi();
+    if (esito)
+        *esito = e;
+    return risultato;
+}
+
+QList<SerieRegistrata> ArchivioRegistro::serieDiVerifica(const QString &verifica, Esito *esito)
+{
+    QList<SerieRegistrata> risultato;
+    Esito e = apri();
+    if (e == Ok) {
+        QSqlQuery q(m_db);
+        q.setForwardOnly(true);
+        bool fatto = q.prepare(QStringLiteral("SELECT %1 FROM serie WHERE verifica = :verifica "
+                                              "ORDER BY inizio, codice")
+                                   .arg(Colonne));
+        q.bindValue(QStringLiteral(":verifica"), verifica);
+        QHash<QString, qsizetype> dove;
+        if (fatto && (fatto = q.exec()))
+            while (q.next()) {
+                risultato.append(leggiSerie(q));
+                dove.insert(risultato.last().codice, risultato.size() - 1);
+            }
+        // The exercises of all of them in one query.
+        if (fatto)
+            fatto = q.prepare(QStringLiteral(
+                "SELECT e.codice_serie, e.numero, e.riga, e.secondi, e.esito FROM esercizi e "
+                "JOIN serie s ON s.codice = e.codice_serie WHERE s.verifica = :verifica "
+                "ORDER BY e.codice_serie, e.numero"));
+        if (fatto) {
+            q.bindValue(QStringLiteral(":verifica"), verifica);
+            fatto = q.exec();
+        }
+        if (fatto) {
+            while (q.next()) {
+                const auto i = dove.constFind(q.value(0).toString());
+                if (i != dove.cend())
+                    risultato[*i].esercizi.append({q.value(1).toInt(), q.value(2).toString(),
+                                                   q.value(3).toDouble(), q.value(4).toInt()});
+            }
+        } else {
+            e = fallito(q.lastError());
+            risultato.clear();
+        }
+    }
+    if (e == NonRaggiungibile)
+        chiudi();
+    if (esito)
+        *esito = e;
+    return risultato;
+}
+
 ArchivioRegistro::Esito ArchivioRegistro::elimina(const QString &codice)
 {
     const Esito e = apri();
