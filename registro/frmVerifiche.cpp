@@ -86,7 +86,7 @@ frmVerifiche::frmVerifiche(AppContext &ctx, const ImpostazioniRegistro &impostaz
     lblStato = &get<Label>("lblStato");
     get<Label>("lblLegenda")
         .setCaption(TabellaVerifica::Legenda() +
-                    QStringLiteral(";  * = l'esercizio più difficile"));
+                    QStringLiteral(";  * = il più difficile"));
 
     m_codici = new QStandardItemModel(0, 5, this);
     m_codici->setHorizontalHeaderLabels({QStringLiteral("Codice"), QStringLiteral("Data"),
