@@ -85,8 +85,7 @@ frmVerifiche::frmVerifiche(AppContext &ctx, const ImpostazioniRegistro &impostaz
     lblVerifica = &get<Label>("lblVerifica");
     lblStato = &get<Label>("lblStato");
     get<Label>("lblLegenda")
-        .setCaption(TabellaVerifica::Legenda() +
-                    QStringLiteral(";  * = il più difficile"));
+        .setCaption(TabellaVerifica::Legenda() + QStringLiteral(";  * = il più difficile"));
 
     m_codici = new QStandardItemModel(0, 5, this);
     m_codici->setHorizontalHeaderLabels({QStringLiteral("Codice"), QStringLiteral("Data"),
@@ -187,9 +186,10 @@ bool frmVerifiche::MostraVerifica(int riga)
     lblVerifica->setCaption(
         QStringLiteral("Verifica %1: %2").arg(codice, TabellaVerifica::Descrizione(codice)));
     riempiTabella();
-    stato(QStringLiteral("%1: %2 alunni, %3 serie")
-              .arg(codice)
-              .arg(m_voci.at(riga).alunni)
+    const int alunni = m_voci.at(riga).alunni;
+    stato(QStringLiteral("%1: %2, %3 serie")
+              .arg(codice, alunni == 1 ? QStringLiteral("1 alunno")
+                                       : QStringLiteral("%1 alunni").arg(alunni))
               .arg(m_tabella.righe.size()));
     return true;
 }
@@ -252,7 +252,10 @@ void frmVerifiche::riempiTabella()
         }
         totali << cella;
     }
-    totali << new QStandardItem << new QStandardItem;
+    for (int i = 0; i < 2; ++i) {
+        totali << new QStandardItem;
+        totali.last()->setData(QStringLiteral("nessun totale"), Qt::AccessibleTextRole);
+    }
     m_classe->appendRow(totali);
 
     m_tabellaClasse->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
