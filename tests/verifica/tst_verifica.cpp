@@ -17,6 +17,7 @@
 
 #include <QAction>
 #include <QTest>
+#include <random>
 
 using namespace ScreenTest;
 
@@ -335,6 +336,10 @@ private slots:
         QVERIFY((*t)->screens().isLoaded<frmOperativo>());
         QCOMPARE((*t)->stato.NomeAlunno, QStringLiteral("LUCA"));
         QCOMPARE((*t)->fonteEsercizi()->codice(), codice);
+        // The Enter that opened the drill types nothing there.
+        Alunno a(*t);
+        QCOMPARE(a.testo("LblRisultato"), QStringLiteral("?"));
+        QCOMPARE(int(a.stato().NumeroEsercizio), 1);
     }
 
     void esci_nonApreNulla()
@@ -415,6 +420,79 @@ private slots:
         mouseDown(a.schermo().get<OptionButton>("optAvviso", 1));
         QCOMPARE(int(a.stato().NumeroEsercizio), 1);
         QCOMPARE(rispondiATutto(a), prima);
+    }
+
+    // Random presses on the code screen, by mouse and keyboard: no run-time
+    // error, and a drill opens only on the code that was typed, never on
+    // another series.
+    void pressioniACaso_maiUnAltraSerie_data()
+    {
+        QTest::addColumn<int>("seme");
+        for (int seme = 1; seme <= 6; ++seme)
+            QTest::addRow("seme %d", seme) << seme;
+    }
+    void pressioniACaso_maiUnAltraSerie()
+    {
+        QFETCH(int, seme);
+        std::mt19937 rng{std::uint32_t(seme)};
+        auto caso = [&](int n) { return int(rng() % std::uint32_t(n)); };
+        // Now and then a real code, so both steps are reached.
+        const QString vero = CodiceScheda::Componi(scelta(1 + caso(3), caso(4), 10, 123));
+        apriVerifica();
+        QString scritto; // the code's characters as the screen has them
+        int aperti = 0;
+        for (int passo = 0; passo < 300; ++passo) {
+            auto *f = (*t)->screens().find<frmVerifica>();
+            if (!f) {
+                if (auto *d = (*t)->screens().find<frmOperativo>()) {
+                    QCOMPARE((*t)->fonteEsercizi()->codice(),
+                             CodiceScheda::Componi(*CodiceScheda::Leggi(scritto)));
+                    d->close();
+                    settle();
+                    ++aperti;
+                }
+                apriVerifica();
+                scritto.clear();
+                continue;
+            }
+            const bool nome = f->ChiedeNome();
+            switch (caso(nome ? 4 : 7)) {
+            case 0:
+                click(f->get<CommandButton>(
+                    nome ? "Command2" : "Command1",
+                    caso(nome ? frmVerifica::CancellaNome + 1 : frmVerifica::CancellaCodice + 1)));
+                break;
+            case 1:
+                key(Qt::Key(Qt::Key_A + caso(26)));
+                break;
+            case 2:
+                avanti();
+                break;
+            case 3:
+                key(caso(2) ? Qt::Key_Backspace : Qt::Key_Return);
+                break;
+            default:
+                // Towards the real code: a wrong character taken away, the
+                // next right one added, AVANTI once it is whole.
+                if (!nome) {
+                    const QString pulito = QString(vero).remove('-');
+                    const QString ora =
+                        QString(f->get<Label>("lblTesto").Caption()).remove('-').remove('?');
+                    if (!pulito.startsWith(ora))
+                        click(f->get<CommandButton>("Command1", frmVerifica::CancellaCodice));
+                    else if (ora.size() < pulito.size())
+                        click(f->get<CommandButton>("Command1", int(CodiceScheda::Alfabeto.indexOf(
+                                                                    pulito.at(ora.size())))));
+                    else
+                        avanti();
+                }
+            }
+            settle();
+            if (auto *g = (*t)->screens().find<frmVerifica>(); g && !g->ChiedeNome())
+                scritto = g->get<Label>("lblTesto").Caption();
+            QVERIFY(t->errors->errors.isEmpty());
+        }
+        QVERIFY(aperti > 0);
     }
 
     // The menu brings back a series already open instead of starting another.
