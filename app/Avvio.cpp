@@ -10,6 +10,7 @@
 #include "registro/ImpostazioniRegistro.h"
 #include "registro/RegistroQuadrivo.h"
 #include "start/FrmInizio.h"
+#include "verifica/MenuVerifica.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -71,6 +72,7 @@ int esegui(int argc, char *argv[])
     AppContext ctx;
     frmOperativo::collegaTipoEsercizio(ctx);
     MenuClasse::Installa(ctx);
+    MenuVerifica::Installa(ctx);
     // Nothing is opened here: the register's database waits for its first use.
     ctx.setRegistro(std::make_unique<RegistroQuadrivo>(ctx, ImpostazioniRegistro::dalSistema()));
     ctx.setExecutableName(QFileInfo(QApplication::applicationFilePath()).completeBaseName());

@@ -2,15 +2,20 @@
 // the series' start to its end, until the writer's thread has it in the
 // SQLite file), and the teacher's view opened on 10 000 stored series.
 //
-//   bench_registro serie|vista [--ripetizioni N] [--senza-obiettivi]
+// And a verifica's class table: a code taken by 30 pupils among 10 000 other
+// series, each with its 20 exercises.
+//
+//   bench_registro serie|vista|verifica [--ripetizioni N] [--senza-obiettivi]
 //
 // Each repetition is a fresh context and a fresh file.
 #include "InProcesso.h"
 
+#include "classe/CodiceScheda.h"
 #include "registro/ArchivioRegistro.h"
-#include "registro/RegistroQuadrivo.h"
 #include "registro/ModelloSerie.h"
+#include "registro/RegistroQuadrivo.h"
 #include "registro/frmRegistro.h"
+#include "registro/frmVerifiche.h"
 #include "support/ScreenTest.h"
 #include "support/TestDoubles.h"
 
@@ -96,10 +101,64 @@ double unaVista()
     return ms;
 }
 
+double unaVerifica()
+{
+    QTemporaryDir dir;
+    const ImpostazioniRegistro i = ImpostazioniRegistro::sqlite(dir.filePath("registro.sqlite"));
+    CodiceScheda::Scelta scelta;
+    scelta.righe = 20;
+    scelta.seme = 99;
+    const QString codice = CodiceScheda::Componi(scelta);
+    {
+        ArchivioRegistro a(i, "bench-riempi");
+        if (a.apri() != ArchivioRegistro::Ok)
+            return -1;
+        QSqlQuery(a.database()).exec("PRAGMA synchronous=OFF");
+        auto serie = [&](int k, const QString &verifica) {
+            SerieRegistrata s;
+            s.codice = QString::number(k);
+            s.inizio = QDateTime(QDate(2026, 9, 1), QTime(8, 0)).addSecs(k * 3000);
+            s.fine = s.inizio.addSecs(600);
+            s.nome = QStringLiteral("ALUNNO %1").arg(k % 25);
+            s.famiglia = 3;
+            s.verifica = verifica;
+            for (int n = 1; n <= 20; ++n)
+                s.esercizi.append(
+                    {n, QStringLiteral("     4700  u = R.4 uk  7  h  0 da  0  u (Sec.3)"), 3,
+                     verifica.isEmpty() ? 0 : 1 + (k + n) % 4});
+            s.terminata = true;
+            return a.scrivi(s) == ArchivioRegistro::Ok;
+        };
+        for (int k = 0; k < 10000; ++k)
+            if (!serie(k, QString()))
+                return -1;
+        for (int k = 10000; k < 10030; ++k)
+            if (!serie(k, codice))
+                return -1;
+    }
+    TestContext t;
+    QElapsedTimer orologio;
+    orologio.start();
+    auto &f = t->screens().get<frmVerifiche>([&] { return new frmVerifiche(*t, i); });
+    f.Show();
+    QApplication::processEvents();
+    const double ms = orologio.nsecsElapsed() / 1e6;
+    if (f.tabella().codice != codice || f.tabella().righe.size() != 30 ||
+        f.tabella().righe.first().celle.size() != 20) {
+        std::fprintf(stderr, "the class table of the code is not the 30 pupils'\n");
+        return -1;
+    }
+    return ms;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
+    if (argc > 1 && std::strcmp(argv[1], "verifica") == 0)
+        return Misure::inProcesso(argc, argv, "bench_registro verifica",
+                                  "class table of a code taken by 30 pupils, 10 000 other series",
+                                  100, unaVerifica);
     const bool vista = argc > 1 && std::strcmp(argv[1], "vista") == 0;
     if (vista)
         return Misure::inProcesso(argc, argv, "bench_registro vista",

@@ -49,6 +49,8 @@ RigheClasse::Copia RigheClasse::Costruisci(const CodiceScheda::Scelta &scelta)
         copia.alunni << alunni;
         copia.docenti << RigheScheda::RigaDocenti(alunni, s.Risposta);
         copia.tipi << s.TipoEsercizio.value();
+        copia.esercizi << Esercizio{s.Numero, s.SimboloRichiesto, s.Risposta,
+                                    s.TipoEsercizio.value(), s.TipoEstratto.value()};
     }
     return copia;
 }

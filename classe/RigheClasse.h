@@ -19,6 +19,17 @@ public:
     RigheClasse();
     ~RigheClasse();
 
+    // One row as the generator left it in the state: what the drill needs
+    // to pose it on screen.
+    struct Esercizio
+    {
+        QString numero;
+        QString simboloRichiesto;
+        QString risposta;
+        int tipo = 0;
+        int tipoEstratto = 0;
+    };
+
     struct Copia
     {
         CodiceScheda::Scelta scelta;
@@ -26,6 +37,7 @@ public:
         QStringList alunni;  // the pupils' rows, as the worksheet builds them
         QStringList docenti; // the same with the solutions
         QList<int> tipi;     // the exercise type of each row
+        QList<Esercizio> esercizi;
     };
 
     // The copy that choice makes; the choice must be valid.

@@ -1,6 +1,8 @@
 #include "core/AppContext.h"
 
+#include "core/FonteEsercizi.h"
 #include "core/SchedeClasse.h"
+#include "core/Verifiche.h"
 
 AppContext::AppContext(QObject *parent)
     : QObject(parent), m_registro(std::make_unique<RegistroSerie>())
@@ -24,4 +26,21 @@ SchedeClasse *AppContext::schedeClasse()
 void AppContext::setRegistro(std::unique_ptr<RegistroSerie> registro)
 {
     m_registro = registro ? std::move(registro) : std::make_unique<RegistroSerie>();
+}
+
+void AppContext::setFabbricaVerifiche(FabbricaVerifiche fabbrica)
+{
+    m_fabbricaVerifiche = std::move(fabbrica);
+}
+
+Verifiche *AppContext::verifiche()
+{
+    if (!m_verifiche && m_fabbricaVerifiche)
+        m_verifiche = m_fabbricaVerifiche(*this);
+    return m_verifiche.get();
+}
+
+void AppContext::setFonteEsercizi(std::unique_ptr<FonteEsercizi> fonte)
+{
+    m_fonteEsercizi = std::move(fonte);
 }

@@ -8,7 +8,9 @@
 #include <functional>
 #include <memory>
 
+class FonteEsercizi;
 class SchedeClasse;
+class Verifiche;
 
 // One run of the program: the shared state block and the platform services.
 // Every screen receives it at construction; a test builds a fresh one.
@@ -37,6 +39,15 @@ public:
     // until one is wired (app/Avvio, or a test).
     RegistroSerie &registro() { return *m_registro; }
     void setRegistro(std::unique_ptr<RegistroSerie> registro);
+    // The verifiche, made by the installed maker at first use; nullptr when
+    // none is installed.
+    using FabbricaVerifiche = std::function<std::unique_ptr<Verifiche>(AppContext &)>;
+    void setFabbricaVerifiche(FabbricaVerifiche fabbrica);
+    Verifiche *verifiche();
+    // The exercises the next series of the drill takes, when they are given
+    // rather than drawn; nullptr for the normal series.
+    FonteEsercizi *fonteEsercizi() const { return m_fonteEsercizi.get(); }
+    void setFonteEsercizi(std::unique_ptr<FonteEsercizi> fonte);
 
 signals:
     // The generator drew an exercise type; the drill screen shows it.
@@ -46,4 +57,7 @@ private:
     FabbricaSchedeClasse m_fabbricaSchedeClasse;
     std::unique_ptr<SchedeClasse> m_schedeClasse;
     std::unique_ptr<RegistroSerie> m_registro;
+    FabbricaVerifiche m_fabbricaVerifiche;
+    std::unique_ptr<Verifiche> m_verifiche;
+    std::unique_ptr<FonteEsercizi> m_fonteEsercizi;
 };

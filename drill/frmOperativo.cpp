@@ -2,6 +2,7 @@
 
 #include "core/Algoritmi.h"
 #include "core/AppContext.h"
+#include "core/FonteEsercizi.h"
 #include "drill/Faccina.h"
 #include "drill/Migliaia.h"
 #include "drill/RigaOperazione.h"
@@ -290,6 +291,7 @@ void frmOperativo::collegaTipoEsercizio(AppContext &ctx)
 void frmOperativo::Form_Load()
 {
     StatoCondiviso &s = m_ctx.stato;
+    MostraCodiceSerie();
     Resize::RegistraPosizioni(*this, Posizioni);
     runSuppressed({
         [&] { Label1->setBackColor(QColor(255, 240, 150)); },
@@ -328,6 +330,11 @@ void frmOperativo::Form_Resize()
 void frmOperativo::Form_Unload(int &)
 {
     m_ctx.registro().serieLasciata(m_ctx.stato);
+    // Given exercises are for this series only: the next one is drawn again.
+    if (FonteEsercizi *fonte = m_ctx.fonteEsercizi()) {
+        fonte->serieChiusa(m_ctx.stato);
+        m_ctx.setFonteEsercizi(nullptr);
+    }
     m_ctx.form<FrmInizio>().Show();
 }
 
@@ -346,7 +353,10 @@ void frmOperativo::NuovoEsercizio()
     s.NumeroEsercizio += 1;
     LblTempoParziale->setCaption(Vuoto);
     s.RispostaAlunno.clear();
-    Algoritmi(m_ctx).GeneraEsercizio();
+    if (FonteEsercizi *fonte = m_ctx.fonteEsercizi())
+        fonte->esercizio(s.NumeroEsercizio, s);
+    else
+        Algoritmi(m_ctx).GeneraEsercizio();
     PreparaDomanda();
     TastiNo();
 }
@@ -364,11 +374,28 @@ void frmOperativo::PreparaDomanda()
 
 void frmOperativo::ControllaFineSerie()
 {
-    if (m_ctx.stato.NumeroEsercizio == 20) {
+    if (m_ctx.stato.NumeroEsercizio == UltimoEsercizio(20)) {
         BloccaPannelli();
         MostraPannello(*fraAvviso);
         m_ctx.registro().fineSerie(m_ctx.stato);
     }
+}
+
+int frmOperativo::UltimoEsercizio(int perLaSerieNormale) const
+{
+    const FonteEsercizi *fonte = m_ctx.fonteEsercizi();
+    return fonte ? fonte->quanti() : perLaSerieNormale;
+}
+
+void frmOperativo::MostraCodiceSerie()
+{
+    const FonteEsercizi *fonte = m_ctx.fonteEsercizi();
+    if (!fonte)
+        return;
+    // Small, in the corner: the teacher passing by reads it, the pupil is not
+    // distracted by it.
+    lblCodice->Move(1500, lblCodice->Top(), 2400, lblCodice->Height());
+    lblCodice->setCaption(QStringLiteral("Verifica ") + fonte->codice());
 }
 
 void frmOperativo::BloccaPannelli()
@@ -500,7 +527,7 @@ void frmOperativo::Command1_Click(int Index)
     } else if (Index == 15) {
         VerificaRisposta();
     } else if (Index == 16) {
-        if (s.NumeroEsercizio < 30) {
+        if (s.NumeroEsercizio < UltimoEsercizio(30)) {
             NuovoEsercizio();
         } else {
             BloccaPannelli();

@@ -54,6 +54,11 @@ private:
     void VerificaRisposta();
     void AggiornaTempi();
     void ControllaFineSerie();
+    // The number of the series' last exercise: the given exercises' count,
+    // or `perLaSerieNormale` for a drawn series.
+    int UltimoEsercizio(int perLaSerieNormale) const;
+    // A series of given exercises shows their code where lblCodice stands.
+    void MostraCodiceSerie();
     void BloccaPannelli();
     void PosizionaPannelli();
     void MostraPannello(Frame &pannello);

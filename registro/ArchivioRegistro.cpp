@@ -20,7 +20,7 @@ const QString FormatoData = QStringLiteral("yyyy-MM-ddTHH:mm:ss");
 
 const QString Colonne = QStringLiteral(
     "codice, inizio, fine, nome, tipo_numeri, numeri, famiglia, simboli, ordine, esercizi, "
-    "esatte, errate, tempo_totale, terminata, valutazione, postazione");
+    "esatte, errate, tempo_totale, terminata, valutazione, postazione, verifica");
 
 // The stored form read by hand: QDateTime::fromString with a format would
 // take most of the time the view needs to open on years of series.
@@ -63,6 +63,7 @@ SerieRegistrata leggiSerie(const QSqlQuery &q)
     s.terminata = q.value(13).toInt() != 0;
     s.valutazione = q.value(14).toString();
     s.postazione = q.value(15).toString();
+    s.verifica = q.value(16).toString();
     return s;
 }
 
@@ -315,7 +316,7 @@ ArchivioRegistro::Esito ArchivioRegistro::scriviSerie(const SerieRegistrata &s)
         q.prepare(QStringLiteral("INSERT INTO serie (%1) VALUES (:codice, :inizio, :fine, :nome, "
                                  ":tipo_numeri, :numeri, :famiglia, :simboli, :ordine, :esercizi, "
                                  ":esatte, :errate, :tempo_totale, :terminata, :valutazione, "
-                                 ":postazione)")
+                                 ":postazione, :verifica)")
                       .arg(Colonne));
     if (!pronta)
         return annulla(q.lastError());
@@ -335,16 +336,18 @@ ArchivioRegistro::Esito ArchivioRegistro::scriviSerie(const SerieRegistrata &s)
     q.bindValue(QStringLiteral(":terminata"), s.terminata ? 1 : 0);
     q.bindValue(QStringLiteral(":valutazione"), testo(s.valutazione));
     q.bindValue(QStringLiteral(":postazione"), testo(s.postazione));
+    q.bindValue(QStringLiteral(":verifica"), testo(s.verifica));
     if (!q.exec())
         return annulla(q.lastError());
-    if (!q.prepare(QStringLiteral("INSERT INTO esercizi (codice_serie, numero, riga, secondi) "
-                                  "VALUES (:codice, :numero, :riga, :secondi)")))
+    if (!q.prepare(QStringLiteral("INSERT INTO esercizi (codice_serie, numero, riga, secondi, "
+                                  "esito) VALUES (:codice, :numero, :riga, :secondi, :esito)")))
         return annulla(q.lastError());
     for (const SerieRegistrata::Esercizio &es : s.esercizi) {
         q.bindValue(QStringLiteral(":codice"), s.codice);
         q.bindValue(QStringLiteral(":numero"), es.numero);
         q.bindValue(QStringLiteral(":riga"), testo(es.riga));
         q.bindValue(QStringLiteral(":secondi"), es.secondi);
+        q.bindValue(QStringLiteral(":esito"), es.esito);
         if (!q.exec())
             return annulla(q.lastError());
     }
@@ -396,13 +399,13 @@ QList<SerieRegistrata::Esercizio> ArchivioRegistro::righe(const QString &codice,
     if (e == Ok) {
         QSqlQuery q(m_db);
         const bool pronta =
-            q.prepare(QStringLiteral("SELECT numero, riga, secondi FROM esercizi "
+            q.prepare(QStringLiteral("SELECT numero, riga, secondi, esito FROM esercizi "
                                      "WHERE codice_serie = :codice ORDER BY numero"));
         q.bindValue(QStringLiteral(":codice"), codice);
         if (pronta && q.exec()) {
             while (q.next())
-                risultato.append(
-                    {q.value(0).toInt(), q.value(1).toString(), q.value(2).toDouble()});
+                risultato.append({q.value(0).toInt(), q.value(1).toString(), q.value(2).toDouble(),
+                                  q.value(3).toInt()});
         } else {
             e = fallito(q.lastError());
         }
@@ -424,6 +427,76 @@ QList<SerieRegistrata> ArchivioRegistro::tutte(Esito *esito)
     if (esito)
         *esito = e;
     return e == Ok ? risultato : QList<SerieRegistrata>{};
+}
+
+QList<ArchivioRegistro::VoceVerifica> ArchivioRegistro::verifiche(Esito *esito)
+{
+    QList<VoceVerifica> risultato;
+    Esito e = apri();
+    if (e == Ok) {
+        QSqlQuery q(m_db);
+        q.setForwardOnly(true);
+        if (q.exec(QStringLiteral("SELECT verifica, min(inizio), count(*), count(DISTINCT nome) "
+                                  "FROM serie WHERE verifica <> '' GROUP BY verifica "
+                                  "ORDER BY min(inizio) DESC, verifica"))) {
+            while (q.next())
+                risultato.append({q.value(0).toString(), leggiData(q.value(1).toString()),
+                                  q.value(2).toInt(), q.value(3).toInt()});
+        } else {
+            e = fallito(q.lastError());
+        }
+    }
+    if (e == NonRaggiungibile)
+        chiudi();
+    if (esito)
+        *esito = e;
+    return risultato;
+}
+
+QList<SerieRegistrata> ArchivioRegistro::serieDiVerifica(const QString &verifica, Esito *esito)
+{
+    QList<SerieRegistrata> risultato;
+    Esito e = apri();
+    if (e == Ok) {
+        QSqlQuery q(m_db);
+        q.setForwardOnly(true);
+        bool fatto = q.prepare(QStringLiteral("SELECT %1 FROM serie WHERE verifica = :verifica "
+                                              "ORDER BY inizio, codice")
+                                   .arg(Colonne));
+        q.bindValue(QStringLiteral(":verifica"), verifica);
+        QHash<QString, qsizetype> dove;
+        if (fatto && (fatto = q.exec()))
+            while (q.next()) {
+                risultato.append(leggiSerie(q));
+                dove.insert(risultato.last().codice, risultato.size() - 1);
+            }
+        // The exercises of all of them in one query.
+        if (fatto)
+            fatto = q.prepare(QStringLiteral(
+                "SELECT e.codice_serie, e.numero, e.riga, e.secondi, e.esito FROM esercizi e "
+                "JOIN serie s ON s.codice = e.codice_serie WHERE s.verifica = :verifica "
+                "ORDER BY e.codice_serie, e.numero"));
+        if (fatto) {
+            q.bindValue(QStringLiteral(":verifica"), verifica);
+            fatto = q.exec();
+        }
+        if (fatto) {
+            while (q.next()) {
+                const auto i = dove.constFind(q.value(0).toString());
+                if (i != dove.cend())
+                    risultato[*i].esercizi.append({q.value(1).toInt(), q.value(2).toString(),
+                                                   q.value(3).toDouble(), q.value(4).toInt()});
+            }
+        } else {
+            e = fallito(q.lastError());
+            risultato.clear();
+        }
+    }
+    if (e == NonRaggiungibile)
+        chiudi();
+    if (esito)
+        *esito = e;
+    return risultato;
 }
 
 ArchivioRegistro::Esito ArchivioRegistro::elimina(const QString &codice)

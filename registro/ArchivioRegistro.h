@@ -34,6 +34,15 @@ public:
         QDate dal, al; // inclusive; invalid: no bound
     };
 
+    // A code of the verifiche taken: when it was first taken and by how many.
+    struct VoceVerifica
+    {
+        QString codice;
+        QDateTime primaVolta;
+        int serie = 0;
+        int alunni = 0; // different names
+    };
+
     ArchivioRegistro(const ImpostazioniRegistro &impostazioni, const QString &nomeConnessione);
     ~ArchivioRegistro();
     ArchivioRegistro(const ArchivioRegistro &) = delete;
@@ -54,6 +63,11 @@ public:
     QList<SerieRegistrata::Esercizio> righe(const QString &codice, Esito *esito = nullptr);
     // Every series with its lines (the queue handed on to the server).
     QList<SerieRegistrata> tutte(Esito *esito = nullptr);
+    // The codes taken as verifiche, the most recent first.
+    QList<VoceVerifica> verifiche(Esito *esito = nullptr);
+    // Every series taken from that code, whichever computer wrote it, with
+    // its exercises; oldest first.
+    QList<SerieRegistrata> serieDiVerifica(const QString &verifica, Esito *esito = nullptr);
     Esito elimina(const QString &codice);
     // Deletes all series of the pupil; `quante` is how many went.
     Esito eliminaAlunno(const QString &nome, int *quante = nullptr);

@@ -93,13 +93,18 @@ bool AttesaRegistro::vuota() const
 QByteArray AttesaRegistro::inTesto(const SerieRegistrata &s)
 {
     QJsonArray esercizi;
-    for (const SerieRegistrata::Esercizio &e : s.esercizi)
-        esercizi.append(QJsonObject{
+    for (const SerieRegistrata::Esercizio &e : s.esercizi) {
+        QJsonObject es{
             {QStringLiteral("numero"), e.numero},
             {QStringLiteral("riga"), e.riga},
             {QStringLiteral("secondi"), e.secondi},
-        });
-    const QJsonObject o{
+        };
+        // Only a verifica's exercises have one.
+        if (e.esito != SerieRegistrata::Sconosciuto)
+            es.insert(QStringLiteral("esito"), e.esito);
+        esercizi.append(es);
+    }
+    QJsonObject o{
         {QStringLiteral("formato"), Formato},
         {QStringLiteral("codice"), s.codice},
         {QStringLiteral("inizio"), data(s.inizio)},
@@ -119,6 +124,8 @@ QByteArray AttesaRegistro::inTesto(const SerieRegistrata &s)
         {QStringLiteral("numeroEsercizi"), s.numeroEsercizi},
         {QStringLiteral("esercizi"), esercizi},
     };
+    if (!s.verifica.isEmpty())
+        o.insert(QStringLiteral("verifica"), s.verifica);
     return QJsonDocument(o).toJson(QJsonDocument::Indented);
 }
 
@@ -152,11 +159,13 @@ std::optional<SerieRegistrata> AttesaRegistro::daTesto(const QByteArray &testo)
     s.valutazione = o.value(QStringLiteral("valutazione")).toString();
     s.postazione = o.value(QStringLiteral("postazione")).toString();
     s.numeroEsercizi = o.value(QStringLiteral("numeroEsercizi")).toInt();
+    s.verifica = o.value(QStringLiteral("verifica")).toString();
     for (const QJsonValue &v : o.value(QStringLiteral("esercizi")).toArray()) {
         const QJsonObject e = v.toObject();
         s.esercizi.append({e.value(QStringLiteral("numero")).toInt(),
                            e.value(QStringLiteral("riga")).toString(),
-                           e.value(QStringLiteral("secondi")).toDouble()});
+                           e.value(QStringLiteral("secondi")).toDouble(),
+                           e.value(QStringLiteral("esito")).toInt()});
     }
     return s;
 }

@@ -59,6 +59,14 @@ QStringList CsvRegistro::campi(const SerieRegistrata &s)
             UnitaSerie::Nome(s)};
 }
 
+QString CsvRegistro::riga(const QStringList &valori)
+{
+    QStringList q;
+    for (const QString &v : valori)
+        q << campo(v);
+    return q.join(QLatin1Char(';')) + QLatin1String("\r\n");
+}
+
 QByteArray CsvRegistro::testo(const QList<SerieRegistrata> &serie)
 {
     QString t;

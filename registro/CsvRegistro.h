@@ -15,6 +15,8 @@ public:
     static QStringList intestazione();
     static QStringList campi(const SerieRegistrata &s);
     static QByteArray testo(const QList<SerieRegistrata> &serie);
+    // One line of such a text (with its line end), quotes where needed.
+    static QString riga(const QStringList &valori);
     // The rows of a CSV text written this way (header included).
     static QList<QStringList> leggi(const QByteArray &testo);
 };

@@ -1,6 +1,7 @@
 #include "registro/RegistroQuadrivo.h"
 
 #include "core/AppContext.h"
+#include "core/FonteEsercizi.h"
 #include "registro/ArchivioRegistro.h"
 #include "registro/AttesaRegistro.h"
 #include "registro/ScrittoreRegistro.h"
@@ -42,7 +43,9 @@ RegistroQuadrivo::~RegistroQuadrivo()
 
 void RegistroQuadrivo::inizioSerie(const StatoCondiviso &s)
 {
-    m_serie.inizia(s, m_ctx.clock().now(), QSysInfo::machineHostName());
+    const FonteEsercizi *fonte = m_ctx.fonteEsercizi();
+    m_serie.inizia(s, m_ctx.clock().now(), QSysInfo::machineHostName(),
+                   fonte ? fonte->codice() : QString(), fonte ? fonte->alunno() : QString());
 }
 
 void RegistroQuadrivo::esercizioChiuso(const StatoCondiviso &s)

@@ -43,6 +43,12 @@ QStringList passo(int versione)
             QStringLiteral("CREATE INDEX serie_inizio ON serie (inizio)"),
             QStringLiteral("CREATE INDEX serie_nome ON serie (nome)"),
         };
+    case 3:
+        return {
+            QStringLiteral("ALTER TABLE serie ADD COLUMN verifica TEXT NOT NULL DEFAULT ''"),
+            QStringLiteral("ALTER TABLE esercizi ADD COLUMN esito INTEGER NOT NULL DEFAULT 0"),
+            QStringLiteral("CREATE INDEX serie_verifica ON serie (verifica)"),
+        };
     default:
         return {};
     }

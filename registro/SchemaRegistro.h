@@ -11,10 +11,13 @@ class QSqlDatabase;
 // 1: series (serie) and their record lines (esercizi).
 // 2: the machine a series was done on (postazione), and indexes on date and
 //    name so the teacher's view opens quickly on years of series.
+// 3: verifiche: the class set's code a series was taken from (serie.verifica,
+//    indexed: a class's results are read by it) and how each exercise closed
+//    (esercizi.esito).
 class SchemaRegistro
 {
 public:
-    static constexpr int Versione = 2;
+    static constexpr int Versione = 3;
 
     // The version the database is at; 0 when it has no register yet, -1 on
     // an error (`errore` says which).

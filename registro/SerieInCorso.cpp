@@ -16,12 +16,15 @@ bool nomeValido(const QString &nome)
 } // namespace
 
 void SerieInCorso::inizia(const StatoCondiviso &s, const QDateTime &adesso,
-                          const QString &postazione)
+                          const QString &postazione, const QString &verifica, const QString &alunno)
 {
     m_serie = SerieRegistrata{};
     m_serie.codice = QUuid::createUuid().toString(QUuid::WithoutBraces);
     m_serie.inizio = adesso;
     m_serie.postazione = postazione;
+    m_serie.verifica = verifica;
+    if (nomeValido(alunno))
+        m_serie.nome = alunno.trimmed();
     m_esatteIniziali = s.RisposteEsatte;
     m_errateIniziali = s.RisposteErrate;
     m_inCorso = true;
@@ -53,6 +56,8 @@ void SerieInCorso::chiudiEsercizio(const StatoCondiviso &s)
         return;
     const int n = s.NumeroEsercizio;
     SerieRegistrata::Esercizio e{n, s.Operazioni[n], s.TempoParziale};
+    if (!m_serie.verifica.isEmpty())
+        e.esito = esito(s);
     m_serie.esercizi.append(e);
     m_serie.numeroEsercizi = int(m_serie.esercizi.size());
 }
@@ -63,12 +68,25 @@ std::optional<SerieRegistrata> SerieInCorso::chiudi(const StatoCondiviso &s,
     if (!m_inCorso)
         return std::nullopt;
     m_inCorso = false;
-    if (!terminata && m_serie.esercizi.isEmpty())
+    // A verifica left before its first answer is kept too: the teacher sees
+    // who began it.
+    if (!terminata && m_serie.esercizi.isEmpty() && m_serie.verifica.isEmpty())
         return std::nullopt;
     aggiorna(s, adesso);
     m_serie.terminata = terminata;
     m_ultima = m_serie;
     return m_serie;
+}
+
+int SerieInCorso::esito(const StatoCondiviso &s)
+{
+    // The last check set Segno: blanks when it was right. Tentativi counts
+    // the "No" said to help: one lets the pupil try again, two make the
+    // program step in.
+    if (s.Segno == QLatin1String("  "))
+        return s.Tentativi == 0 ? SerieRegistrata::PrimoTentativo
+                                : SerieRegistrata::SecondoTentativo;
+    return s.Tentativi >= 2 ? SerieRegistrata::SoluzioneData : SerieRegistrata::SoluzioneChiesta;
 }
 
 std::optional<SerieRegistrata> SerieInCorso::termina(const StatoCondiviso &s,

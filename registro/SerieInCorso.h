@@ -13,7 +13,12 @@ struct StatoCondiviso;
 class SerieInCorso
 {
 public:
-    void inizia(const StatoCondiviso &s, const QDateTime &adesso, const QString &postazione);
+    // `verifica` is the code of a series of given exercises, taken by
+    // `alunno`; both empty for a drawn series.
+    void inizia(const StatoCondiviso &s, const QDateTime &adesso, const QString &postazione,
+                const QString &verifica = {}, const QString &alunno = {});
+    // How the exercise just closed went, from what the drill left in the state.
+    static int esito(const StatoCondiviso &s);
     void chiudiEsercizio(const StatoCondiviso &s);
     // The finished series, or nothing when none was in progress.
     std::optional<SerieRegistrata> termina(const StatoCondiviso &s, const QDateTime &adesso);

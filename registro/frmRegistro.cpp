@@ -15,6 +15,7 @@
 #include "registro/RiepilogoAlunni.h"
 #include "registro/StampaRegistro.h"
 #include "registro/UnitaSerie.h"
+#include "registro/frmVerifiche.h"
 #include "services/frmSceltaStampante.h"
 
 #include <QDir>
@@ -95,6 +96,7 @@ frmRegistro::frmRegistro(AppContext &ctx, const ImpostazioniRegistro &impostazio
         {.kind = K::CommandButton, .name = "cmdElimina", .left = 8700, .top = 7740, .width = 1860, .height = 480, .caption = "ELIMINA ALUNNO", .font = Comando},
         {.kind = K::CommandButton, .name = "cmdChiudi", .left = 10680, .top = 7740, .width = 1200, .height = 480, .caption = "CHIUDI", .font = Comando},
         {.kind = K::Menu, .name = "mnuStampante", .caption = "Stampante"},
+        {.kind = K::Menu, .name = "mnuVerifiche", .caption = "Verifiche"},
     });
     // clang-format on
     txtNome = &get<TextBox>("txtNome");
@@ -165,6 +167,7 @@ frmRegistro::frmRegistro(AppContext &ctx, const ImpostazioniRegistro &impostazio
     get<CommandButton>("cmdElimina").Click = [this] { cmdElimina_Click(); };
     get<CommandButton>("cmdChiudi").Click = [this] { cmdChiudi_Click(); };
     get<Menu>("mnuStampante").Click = [this] { mnuStampante_Click(); };
+    get<Menu>("mnuVerifiche").Click = [this] { mnuVerifiche_Click(); };
     txtNome->KeyPress = [this](int &k) {
         if (k == 13)
             cmdCerca_Click();
@@ -369,4 +372,11 @@ void frmRegistro::cmdChiudi_Click()
 void frmRegistro::mnuStampante_Click()
 {
     m_ctx.form<frmSceltaStampante>().Show();
+}
+
+void frmRegistro::mnuVerifiche_Click()
+{
+    m_ctx.screens()
+        .get<frmVerifiche>([this] { return new frmVerifiche(m_ctx, m_impostazioni); })
+        .Show();
 }

@@ -44,6 +44,9 @@ public:
     QPlainTextEdit *righe() const { return m_righe; }
     const ModelloSerie &modello() const { return *m_modello; }
 
+    // What the status line says when the register cannot be read.
+    static QString testoEsito(ArchivioRegistro::Esito esito, const QString &dettaglio);
+
 protected:
     void Form_Load() override;
     void Form_Resize() override;
@@ -57,7 +60,8 @@ private:
     void mnuStampante_Click();
     void riempiAlunni();
     void stato(const QString &testo);
-    static QString testoEsito(ArchivioRegistro::Esito esito, const QString &dettaglio);
+    // The class's results on each verifica.
+    void mnuVerifiche_Click();
 
     AppContext &m_ctx;
     ImpostazioniRegistro m_impostazioni;

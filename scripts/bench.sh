@@ -42,6 +42,7 @@ esegui "$bin/bench_scheda"
 esegui "$bin/bench_classe"
 esegui "$bin/bench_registro" serie
 esegui "$bin/bench_registro" vista --ripetizioni 5
+esegui "$bin/bench_registro" verifica --ripetizioni 5
 
 {
     printf 'measure\tvalue\ttarget\tmet\n'

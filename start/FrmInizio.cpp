@@ -2,6 +2,7 @@
 
 #include "core/AppContext.h"
 #include "core/FamiglieSimboli.h"
+#include "core/Verifiche.h"
 #include "drill/frmOperativo.h"
 #include "misure/Misure.h"
 #include "platform/Suppressed.h"
@@ -86,6 +87,8 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
         {.kind = K::Menu, .name = "mnuMisura", .index = 6, .in = "mnuMisure", .caption = Misure::Voci()[6].caption, .checkable = true},
         {.kind = K::Menu, .name = "mnuMisura", .index = 7, .in = "mnuMisure", .caption = Misure::Voci()[7].caption, .checkable = true},
         {.kind = K::Menu, .name = "mnuMisura", .index = 8, .in = "mnuMisure", .caption = Misure::Voci()[8].caption, .checkable = true},
+        {.kind = K::Menu, .name = "mnuVerifica", .caption = "Verifica"},
+        {.kind = K::Menu, .name = "mnuVerificaCodice", .in = "mnuVerifica", .caption = "Verifica con codice"},
     });
     // clang-format on
 
@@ -172,6 +175,7 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
     // mnuAvvertenza has no action.
     mnuRegistro->Click = [this] { mnuRegistro_Click(); };
     mnuMisura.onClick([this](int i) { mnuMisura_Click(i); });
+    get<Menu>("mnuVerificaCodice").Click = [this] { mnuVerificaCodice_Click(); };
 }
 
 // ---- Load, resize, unload ----
@@ -552,6 +556,12 @@ void FrmInizio::SegnaMisura()
     const int inVigore = Misure::VoceInVigore(m_ctx.stato);
     for (const auto &[i, voce] : mnuMisura)
         voce->setChecked(i == inVigore);
+}
+
+void FrmInizio::mnuVerificaCodice_Click()
+{
+    if (Verifiche *verifiche = m_ctx.verifiche())
+        verifiche->VerificaConCodice();
 }
 
 // ---- Levels file ----

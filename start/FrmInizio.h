@@ -80,6 +80,8 @@ private:
     // entry in force stands checked.
     void mnuMisura_Click(int Index);
     void SegnaMisura();
+    // The same exercises for the whole class, from a code.
+    void mnuVerificaCodice_Click();
 
     AppContext &m_ctx;
     Resize::Posizioni Posizioni;

@@ -1,6 +1,7 @@
 // Saves a PNG of every screen, at its design size and at twice that size, in
 // the states worth looking at. Run through scripts/screenshots.sh.
 #include "app/Avvio.h"
+#include "classe/CodiceScheda.h"
 #include "certificate/FrmAttestato.h"
 #include "core/AppContext.h"
 #include "core/FamiglieSimboli.h"
@@ -8,11 +9,14 @@
 #include "platform/Twips.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/CommandButton.h"
+#include "platform/controls/Label.h"
 #include "platform/controls/Menu.h"
 #include "platform/controls/Timer.h"
 #include "platform/printing/PdfFilePrinter.h"
 #include "platform/printing/Printers.h"
 #include "report/FrmStampaEsercizio2.h"
+#include "registro/ArchivioRegistro.h"
+#include "registro/frmVerifiche.h"
 #include "report/frmNome.h"
 #include "services/frmSceltaStampante.h"
 #include "sheets/FrmStampaSchede.h"
@@ -20,6 +24,8 @@
 #include "start/FrmOpzioni.h"
 #include "start/frmAutore.h"
 #include "start/frmIstruzioni.h"
+#include "verifica/SerieDaCodice.h"
+#include "verifica/frmVerifica.h"
 
 #include <QAbstractItemView>
 #include <QAction>
@@ -28,6 +34,7 @@
 #include <QDir>
 #include <QMenu>
 #include <QPainter>
+#include <QTemporaryDir>
 #include <QTest>
 #include <cstdio>
 
@@ -288,6 +295,73 @@ void scattiResoconto(AppContext &ctx)
     resoconto.Unload();
 }
 
+// A verifica: the code typed on the on-screen keys, a refused code, the
+// name, the drill on the code's rows; the teacher's table of a class.
+void scattiVerifica()
+{
+    AppContext ctx;
+    CodiceScheda::Scelta scelta;
+    scelta.unita = 1;
+    scelta.righe = 10;
+    scelta.seme = 2026;
+    const QString codice = CodiceScheda::Componi(scelta);
+    auto &verifica = ctx.form<frmVerifica>();
+    verifica.Show();
+    for (int i = 0; i < 4; ++i)
+        premi(verifica, "Command1", int(CodiceScheda::Alfabeto.indexOf(codice.at(i < 3 ? i : 4))));
+    salva(verifica, QStringLiteral("frmVerifica-code"));
+    premi(verifica, "Command1", 0);
+    premi(verifica, "Command1", 1);
+    QTest::mousePress(verifica.get<Control>("Option4").widget(), Qt::LeftButton);
+    salva(verifica, QStringLiteral("frmVerifica-refused"));
+    verifica.Unload();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+
+    auto &nome = ctx.form<frmVerifica>();
+    nome.Show();
+    for (QChar c : codice)
+        if (c != QLatin1Char('-'))
+            premi(nome, "Command1", int(CodiceScheda::Alfabeto.indexOf(c)));
+    QTest::mousePress(nome.get<Control>("Option4").widget(), Qt::LeftButton);
+    for (int lettera : {10, 0, 15, 8, 0})
+        premi(nome, "Command2", lettera);
+    salva(nome, QStringLiteral("frmVerifica-name"));
+    QTest::mousePress(nome.get<Control>("Option4").widget(), Qt::LeftButton);
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    auto &esercizi = ctx.form<frmOperativo>();
+    salva(esercizi, QStringLiteral("frmOperativo-verifica"));
+    esercizi.Unload();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+
+    QTemporaryDir dati;
+    const auto impostazioni = ImpostazioniRegistro::sqlite(dati.filePath("registro.sqlite"));
+    {
+        ArchivioRegistro archivio(impostazioni, QStringLiteral("scatti"));
+        const QStringList nomi = {"ADA", "BRUNO", "CARLO", "DORA", "ELIA", "FEDE", "GIADA",
+                                  "LUCA", "MARTA", "NINO", "OLGA", "PIETRO", "ADA"};
+        for (int a = 0; a < nomi.size(); ++a) {
+            SerieRegistrata s;
+            s.codice = QStringLiteral("scatto-%1").arg(a);
+            s.inizio = QDateTime(QDate(2026, 11, 20), QTime(9, a));
+            s.fine = s.inizio.addSecs(300);
+            s.nome = nomi.at(a);
+            s.verifica = codice;
+            s.postazione = QStringLiteral("pc%1").arg(a % 4 + 1);
+            const int quanti = a == 5 ? 6 : 10;
+            for (int e = 1; e <= quanti; ++e)
+                s.esercizi.append({e, QString(), double(5 + (a * 7 + e * 3) % 20),
+                                   (a + e) % 7 == 0 ? 4 : (a * e) % 5 == 3 ? 3 : (a + e) % 4 == 0 ? 2 : 1});
+            s.terminata = quanti == 10;
+            archivio.scrivi(s);
+        }
+    }
+    auto &tabella = ctx.screens().get<frmVerifiche>(
+        [&] { return new frmVerifiche(ctx, impostazioni); });
+    tabella.Show();
+    salva(tabella, QStringLiteral("frmVerifiche"));
+    tabella.Unload();
+}
+
 int main(int argc, char *argv[])
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -320,5 +394,6 @@ int main(int argc, char *argv[])
     scattiOpzioni(ctx);
     scattiSchede();
     scattiMisure();
+    scattiVerifica();
     return 0;
 }

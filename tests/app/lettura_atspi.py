@@ -213,8 +213,10 @@ def main():
     bus = subprocess.Popen(["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"],
                            stderr=subprocess.DEVNULL)
     cartella = tempfile.mkdtemp(prefix="quadrivo-atspi-")
+    # The register the walk writes to stays in its own folder.
     env = dict(os.environ, QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
-               XDG_RUNTIME_DIR=cartella)
+               XDG_RUNTIME_DIR=cartella,
+               QUADRIVO_REGISTRO="sqlite " + os.path.join(cartella, "registro.sqlite"))
     os.chmod(cartella, 0o700)
     global QUADRIVO
     quadrivo = QUADRIVO = subprocess.Popen([PROGRAMMA], cwd=cartella, env=env)
@@ -263,6 +265,8 @@ def percorso(quadrivo):
 
     premi(schede, "ESCI")
     aspetta(lambda: altra_finestra(inizio) is None, "la chiusura delle schede")
+
+    verifica(inizio)
 
     premi(inizio, "numeri interi")
     premi(inizio, "u d c m")
@@ -371,6 +375,58 @@ def misure(inizio):
     for unita in ("km", "hm", "dam", "m"):
         if 'push button "%s"' % unita not in testo:
             errore("frmOperativo-misura: manca il tasto %s" % unita)
+
+
+def verifica(inizio):
+    """A verifica: a mistyped code, the right one (000-000: integers, ten
+    rows), a name, the drill on the code left after one exercise, and the
+    teacher's table of it in the register."""
+    # A menu with entries opens with a click; its entry is then pressed.
+    clicca(inizio, "Verifica")
+    premi(applicazione(), "Verifica con codice")
+    codice, testo = schermata("frmVerifica", "VERIFICA CON CODICE")
+    for atteso in ('label "SCRIVI IL CODICE DELLA VERIFICA ?" [labelled-by SCRIVI IL CODICE DELLA VERIFICA]',
+                   'push button "Z"', 'push button "CANCELLA"', 'radio button "AVANTI"'):
+        if atteso not in testo:
+            errore("frmVerifica: manca %s" % atteso)
+    if 'push button "W"' in testo and testo.count('push button "A"') > 1:
+        errore("frmVerifica: l'alfabeto del nome si mostra con quello del codice")
+    for tasto in "000001":
+        premi(codice, tasto)
+    premi(codice, "AVANTI")
+    aspetta(lambda: any("controlla di averlo copiato bene" in (o.name or "")
+                        for o in tutti(codice)), "il codice rifiutato")
+    _, testo = schermata("frmVerifica-rifiutato", "VERIFICA CON CODICE")
+    premi(codice, "CANCELLA")
+    premi(codice, "0")
+    premi(codice, "AVANTI")
+    aspetta(lambda: any(o.name == "SCRIVI IL TUO NOME" for o in tutti(codice)), "il nome")
+    for lettera in "ADA":
+        premi(codice, lettera)
+    _, testo = schermata("frmVerifica-nome", "VERIFICA CON CODICE")
+    if 'label "SCRIVI IL TUO NOME ADA" [labelled-by SCRIVI IL TUO NOME]' not in testo:
+        errore("frmVerifica-nome: il nome scritto non si legge")
+    premi(codice, "AVANTI")
+    esercizio, testo = schermata("frmOperativo-verifica", "SCOMPOSIZIONE")
+    if 'label "Verifica 000-000"' not in testo:
+        errore("frmOperativo-verifica: il codice non si legge")
+    premi(esercizio, "1")
+    premi(esercizio, "Verifica")
+    premi(esercizio, "Si")
+    premi(esercizio, "Esci")
+    aspetta(lambda: altra_finestra(inizio) is None, "la chiusura degli esercizi")
+
+    premi(inizio, "Registro")
+    registro = aspetta(lambda: altra_finestra(inizio), "il registro")
+    premi(registro, "Verifiche")
+    tabella = aspetta(lambda: altra_finestra(inizio, registro), "le verifiche")
+    tabella, testo = schermata("frmVerifiche", tabella.name)
+    if "ADA" not in testo or "Esatte al 1° tentativo" not in testo:
+        errore("frmVerifiche: la riga dell'alunna non si legge")
+    premi(tabella, "CHIUDI")
+    aspetta(lambda: altra_finestra(inizio, registro) is None, "la chiusura delle verifiche")
+    premi(registro, "CHIUDI")
+    aspetta(lambda: altra_finestra(inizio) is None, "la chiusura del registro")
 
 
 def altra_finestra(*note):
