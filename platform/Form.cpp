@@ -1,6 +1,7 @@
 #include "platform/Form.h"
 
 #include "platform/Accessibility.h"
+#include "platform/FocusReturn.h"
 #include "platform/HeldKeys.h"
 #include "platform/ScreenRegistry.h"
 #include "platform/Services.h"
@@ -30,6 +31,7 @@ Form::Form(Services &services, const QString &name)
     setAttribute(Qt::WA_DeleteOnClose, false);
     Accessibility::describeScreen(this);
     HeldKeys::install();
+    FocusReturn::install();
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);

@@ -1,0 +1,87 @@
+#include "platform/FocusReturn.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QTimer>
+
+namespace {
+
+FocusReturn *installed = nullptr;
+
+bool isOwnWindow(const QWidget *w)
+{
+    const Qt::WindowType type = w->windowType();
+    return w->isWindow() && (type == Qt::Window || type == Qt::Dialog);
+}
+
+bool canTakeFocus(const QWidget *w)
+{
+    return w && w->isVisible() && w->isEnabled() && w->focusPolicy() != Qt::NoFocus;
+}
+
+} // namespace
+
+void FocusReturn::install()
+{
+    if (installed || !qApp)
+        return;
+    installed = new FocusReturn(qApp);
+    qApp->installEventFilter(installed);
+    QObject::connect(installed, &QObject::destroyed, [] { installed = nullptr; });
+}
+
+FocusReturn::FocusReturn(QObject *parent) : QObject(parent)
+{
+}
+
+bool FocusReturn::eventFilter(QObject *watched, QEvent *event)
+{
+    const QEvent::Type type = event->type();
+    if ((type != QEvent::Show && type != QEvent::Hide) || !watched->isWidgetType())
+        return false;
+    // A window is hidden before it is destroyed, so no entry outlives it.
+    auto *w = static_cast<QWidget *>(watched);
+    if (!isOwnWindow(w))
+        return false;
+    if (type == QEvent::Show) {
+        QWidget *active = QApplication::activeWindow();
+        if (active && active != w)
+            m_openers.insert(w, {active, active->focusWidget()});
+        else
+            m_openers.remove(w);
+        return false;
+    }
+    const auto it = m_openers.find(w);
+    if (it == m_openers.end())
+        return false;
+    const Opener opener = it.value();
+    m_openers.erase(it);
+    QWidget *active = QApplication::activeWindow();
+    // A window that never had the keyboard (a notice nobody looked at) takes
+    // nothing back; nor one that closes while another has it.
+    if (active && active != w)
+        return false;
+    // After the window is gone, and after whatever the closing itself starts.
+    QTimer::singleShot(0, this,
+                       [this, opener, closed = QPointer<QWidget>(w)] { giveBack(opener, closed); });
+    return false;
+}
+
+void FocusReturn::giveBack(const Opener &opener, const QPointer<QWidget> &closed)
+{
+    QWidget *window = opener.window;
+    if (!window || !window->isVisible() || !window->isEnabled())
+        return;
+    if (closed && closed->isVisible())
+        return; // shown again meanwhile
+    QWidget *active = QApplication::activeWindow();
+    if (active && active != window)
+        return; // the program or the user went on elsewhere
+    // The control that has the focus in that window, unless it can no longer
+    // take it: then the one that had it when the window opened.
+    QWidget *focus = window->focusWidget();
+    if (!canTakeFocus(focus) && canTakeFocus(opener.focus) && opener.focus->window() == window)
+        opener.focus->setFocus(Qt::ActiveWindowFocusReason);
+    if (!active)
+        window->activateWindow();
+}
