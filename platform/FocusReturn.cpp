@@ -56,11 +56,6 @@ bool FocusReturn::eventFilter(QObject *watched, QEvent *event)
         return false;
     const Opener opener = it.value();
     m_openers.erase(it);
-    QWidget *active = QApplication::activeWindow();
-    // A window that never had the keyboard (a notice nobody looked at) takes
-    // nothing back; nor one that closes while another has it.
-    if (active && active != w)
-        return false;
     // After the window is gone, and after whatever the closing itself starts.
     QTimer::singleShot(0, this,
                        [this, opener, closed = QPointer<QWidget>(w)] { giveBack(opener, closed); });
@@ -74,14 +69,19 @@ void FocusReturn::giveBack(const Opener &opener, const QPointer<QWidget> &closed
         return;
     if (closed && closed->isVisible())
         return; // shown again meanwhile
+    // Another window the program or the user went on to keeps the keyboard.
+    // The one that closed may still count as active for a moment: X has not
+    // said yet where the keyboard went, and with no window manager it went
+    // to no window of the program.
     QWidget *active = QApplication::activeWindow();
-    if (active && active != window)
-        return; // the program or the user went on elsewhere
+    if (active && active != window && active != closed && active->isVisible())
+        return;
     // The control that has the focus in that window, unless it can no longer
     // take it: then the one that had it when the window opened.
     QWidget *focus = window->focusWidget();
     if (!canTakeFocus(focus) && canTakeFocus(opener.focus) && opener.focus->window() == window)
         opener.focus->setFocus(Qt::ActiveWindowFocusReason);
-    if (!active)
-        window->activateWindow();
+    // Asked even when Qt still counts it active: the keyboard may be
+    // elsewhere already (a click on the closing window asked for it there).
+    window->activateWindow();
 }

@@ -10,8 +10,7 @@
 // screen it opened over is made active again, with the focus on the control
 // that had it, as a pupil expects (the button that printed, not the first
 // control of the screen, and not no window at all where no window manager
-// chooses one). Only when the closing window had the keyboard and no other
-// window has taken it since.
+// chooses one). Not when another window has taken the keyboard since.
 class FocusReturn : public QObject
 {
 public:
