@@ -37,14 +37,23 @@ FocusReturn::FocusReturn(QObject *parent) : QObject(parent)
 bool FocusReturn::eventFilter(QObject *watched, QEvent *event)
 {
     const QEvent::Type type = event->type();
-    if ((type != QEvent::Show && type != QEvent::Hide) || !watched->isWidgetType())
+    if ((type != QEvent::Show && type != QEvent::Hide && type != QEvent::WindowActivate) ||
+        !watched->isWidgetType())
         return false;
     // A window is hidden before it is destroyed, so no entry outlives it.
     auto *w = static_cast<QWidget *>(watched);
     if (!isOwnWindow(w))
         return false;
+    if (type == QEvent::WindowActivate) {
+        m_lastActive = w;
+        return false;
+    }
     if (type == QEvent::Show) {
+        // Shown while no window has the keyboard (one just closed, and X has
+        // not given it to another): over the one that had it last.
         QWidget *active = QApplication::activeWindow();
+        if (!active && m_lastActive && m_lastActive->isVisible())
+            active = m_lastActive;
         if (active && active != w)
             m_openers.insert(w, {active, active->focusWidget()});
         else
@@ -56,6 +65,8 @@ bool FocusReturn::eventFilter(QObject *watched, QEvent *event)
         return false;
     const Opener opener = it.value();
     m_openers.erase(it);
+    if (m_lastActive == w)
+        m_lastActive = opener.window;
     // After the window is gone, and after whatever the closing itself starts.
     QTimer::singleShot(0, this,
                        [this, opener, closed = QPointer<QWidget>(w)] { giveBack(opener, closed); });

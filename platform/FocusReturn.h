@@ -31,4 +31,6 @@ private:
     void giveBack(const Opener &opener, const QPointer<QWidget> &closed);
 
     QHash<const QWidget *, Opener> m_openers;
+    // The window that had the keyboard last, or the one it goes back to.
+    QPointer<QWidget> m_lastActive;
 };

@@ -19,6 +19,7 @@
 #include "platform/controls/TextBox.h"
 #include "platform/controls/Timer.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QEventLoop>
 #include <QMenuBar>
@@ -279,7 +280,12 @@ void Form::focusControl(Control *c)
         return;
     }
     c->widget()->setFocus(Qt::OtherFocusReason);
-    if (!isActiveWindow())
+    // A notice or message box this screen put up keeps the keyboard; it comes
+    // back to the control when that window closes.
+    const QWidget *active = QApplication::activeWindow();
+    const bool ownWindowOnTop = active && active != this && active->parentWidget() &&
+                                active->parentWidget()->window() == this;
+    if (!isActiveWindow() && !ownWindowOnTop)
         activateWindow();
 }
 

@@ -33,6 +33,24 @@ bool askDetectableAutoRepeat()
     return granted;
 }
 
+// The keys X holds down now, as keycodes; none where there is no X.
+std::optional<QSet<quint32>> keysDownOnServer()
+{
+    auto *x11 = qApp ? qApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
+    xcb_connection_t *c = x11 ? x11->connection() : nullptr;
+    if (!c)
+        return std::nullopt;
+    xcb_query_keymap_reply_t *r = xcb_query_keymap_reply(c, xcb_query_keymap(c), nullptr);
+    if (!r)
+        return std::nullopt;
+    QSet<quint32> down;
+    for (quint32 code = 8; code < 256; ++code)
+        if (r->keys[code / 8] & (1u << (code % 8)))
+            down.insert(code);
+    free(r);
+    return down;
+}
+
 HeldKeys *installed = nullptr;
 bool serverDrops = false;
 
@@ -200,6 +218,21 @@ bool HeldKeys::eventFilter(QObject *watched, QEvent *event)
     if (m_resending || !watched->isWindowType())
         return false;
     switch (event->type()) {
+    case QEvent::FocusIn:
+        // Keys let go while no window of the program had the keyboard (one
+        // closed, and X gave it to none) were released nowhere it could see.
+        if (!m_down.isEmpty())
+            if (const auto onServer = keysDownOnServer()) {
+                if (m_held)
+                    deliverHeld();
+                const QSet<quint32> down = m_down;
+                for (quint32 id : down)
+                    if (!(id & 0x80000000u) && !onServer->contains(id)) {
+                        m_down.remove(id);
+                        released(id, nullptr, 0);
+                    }
+            }
+        return false;
     case QEvent::KeyPress: {
         auto *ke = static_cast<QKeyEvent *>(event);
         const quint32 id = idOf(ke);

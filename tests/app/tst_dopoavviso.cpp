@@ -2,7 +2,11 @@
 #include "core/AppContext.h"
 #include "drill/frmOperativo.h"
 #include "platform/controls/Menu.h"
+#include "registro/ImpostazioniRegistro.h"
+#include "registro/frmRegistro.h"
 #include "report/FrmStampaEsercizio2.h"
+#include "sheets/FrmStampaSchede.h"
+#include "start/FrmInizio.h"
 #include "support/PrintedPdf.h"
 #include "support/Scadenze.h"
 #include "support/TestDoubles.h"
@@ -74,6 +78,8 @@ class TestDopoAvviso : public QObject
     // Places in the drill and report windows (their own coordinates).
     QPoint voceVisualizza, voceStampaEsercizi, esciResoconto, attestatoResoconto;
     std::map<int, QPoint> tastierino;
+    // The start screen's menu, the worksheet screen and the register.
+    QPoint voceSchede, voceOpzioni, voceRegistro, sottomultipli, visualizzaAlunni, esportaRegistro;
     // Where the pointer rests: on no window.
     const QPoint riposo{1275, 1019};
 
@@ -214,25 +220,26 @@ class TestDopoAvviso : public QObject
         return !attestato.isEmpty() && haLaTastiera(attestato) ? attestato : QString();
     }
 
-    // Enter held on "STAMPA L'ATTESTATO" until the notice is up and has the
-    // keyboard, then let go; the notice's id.
-    QString stampaTenendoInvio()
+    // Enter held until the window it opens (a notice unless told) is up and
+    // has the keyboard, then let go; that window's id.
+    QString stampaTenendoInvio(const QString &finestra = Avviso)
     {
-        passo = QStringLiteral("printing with Enter held");
+        passo = QStringLiteral("Enter held until ") + finestra;
         if (!xdo({QStringLiteral("keydown"), QStringLiteral("Return")}))
             return {};
-        const QString avviso = unaFinestra(Avviso);
+        const QString avviso = unaFinestra(finestra);
         const bool fuoco = !avviso.isEmpty() && x->focus(avviso);
         xdo({QStringLiteral("keyup"), QStringLiteral("Return")});
         return fuoco ? avviso : QString();
     }
 
     // Closes the notice as the row says and waits until it is gone.
-    bool chiudiAvviso(const QString &avviso, const QString &chiusura)
+    bool chiudiAvviso(const QString &avviso, const QString &chiusura, QPoint ok = {})
     {
         passo = QStringLiteral("closing the notice with ") + chiusura;
         if (chiusura == QLatin1String("mouse")) {
-            const QPoint ok = bottoneOk(avviso);
+            if (ok.isNull())
+                ok = bottoneOk(avviso);
             if (ok.isNull() || !clic(avviso, ok))
                 return false;
         } else if (!x->focus(avviso) || !tasto(chiusura)) {
@@ -244,6 +251,14 @@ class TestDopoAvviso : public QObject
     // The notice's OK button, measured on a box of the same text and style.
     QPoint bottoneOk(const QString &avviso)
     {
+        return bottoneOk(avviso,
+                         QStringLiteral("Il documento è stato salvato nel file:\n%1")
+                             .arg(QDir(lavoro->path()).filePath(pdf().value(pdf().size() - 1))),
+                         QMessageBox::Information);
+    }
+
+    QPoint bottoneOk(const QString &avviso, const QString &testo, QMessageBox::Icon icona)
+    {
         QMap<QString, QString> g;
         for (const QString &riga :
              x->xdotool({QStringLiteral("getwindowgeometry"), QStringLiteral("--shell"), avviso})
@@ -251,10 +266,7 @@ class TestDopoAvviso : public QObject
             g.insert(riga.section(QLatin1Char('='), 0, 0), riga.section(QLatin1Char('='), 1));
         const QSize dimensione(g.value(QStringLiteral("WIDTH")).toInt(),
                                g.value(QStringLiteral("HEIGHT")).toInt());
-        QMessageBox misura(QMessageBox::Information, QStringLiteral("Quadrivo"),
-                           QStringLiteral("Il documento è stato salvato nel file:\n%1")
-                               .arg(QDir(lavoro->path()).filePath(pdf().value(pdf().size() - 1))),
-                           QMessageBox::Ok);
+        QMessageBox misura(icona, QStringLiteral("Quadrivo"), testo, QMessageBox::Ok);
         misura.setAttribute(Qt::WA_DontShowOnScreen);
         misura.show();
         const QPoint centro = centroIn(misura.button(QMessageBox::Ok), &misura);
@@ -291,6 +303,171 @@ class TestDopoAvviso : public QObject
         return esito;
     }
 
+    // The start screen with the keyboard.
+    QString avvia()
+    {
+        passo = QStringLiteral("start");
+        lavoro = std::make_unique<QTemporaryDir>();
+        const QString id = x->avviaQuadrivo(quadrivo, lavoro->path());
+        return !id.isEmpty() && x->movePointer(riposo) ? id : QString();
+    }
+
+    // The report printed from its menu (it has no key for it); the notice
+    // closed with Enter, then Enter acts on the button that had the focus:
+    // "ESCI" closes the report.
+    void resoconto()
+    {
+        const QString esercizio = finoAllEsercizio();
+        QVERIFY2(!esercizio.isEmpty(), "the drill did not open");
+        passo = QStringLiteral("report, printed from its menu");
+        QVERIFY(clic(esercizio, voceVisualizza));
+        const QString resoconto = unaFinestra(Resoconto);
+        QVERIFY(!resoconto.isEmpty() && haLaTastiera(resoconto));
+        QVERIFY(clic(resoconto, voceStampaEsercizi));
+        const QString avviso = unaFinestra(Avviso);
+        QVERIFY2(!avviso.isEmpty(), "the report's print brought no notice");
+        QVERIFY(chiudiAvviso(avviso, QStringLiteral("Return")));
+        passo = QStringLiteral("Enter on ESCI");
+        QVERIFY(tasto(QStringLiteral("Return")));
+        QVERIFY2(chiusa(Resoconto), "after the notice, Enter did not act on \"ESCI\"");
+    }
+
+    // The worksheet screen: the pupils' sheet shown with the mouse (its units
+    // have no keys), then Tab to "STAMPA SCHEDA" and Enter held. Either a
+    // notice (closed with Space; Enter prints again, closed with Escape) or,
+    // with the folder gone, the modal "Problema di stampa..." (closed with
+    // Enter; Enter shows it again, closed with the mouse).
+    void scheda(bool problema)
+    {
+        QVERIFY2(!avvia().isEmpty(), "the program did not start");
+        passo = QStringLiteral("worksheet screen");
+        const QString inizio = unaFinestra(Inizio);
+        QVERIFY(clic(inizio, voceSchede));
+        const QString schede = unaFinestra(QStringLiteral("^STAMPA SCHEDE: scomposizione$"));
+        QVERIFY(!schede.isEmpty() && haLaTastiera(schede));
+        QVERIFY(tasto(QStringLiteral("Return")));
+        QVERIFY(clic(schede, sottomultipli));
+        QVERIFY(clic(schede, visualizzaAlunni));
+        QVERIFY(tasto(QStringLiteral("Tab")));
+        if (problema)
+            QVERIFY(QDir(lavoro->path()).removeRecursively());
+        const QString testo = QStringLiteral("Problema di stampa nella stampante utilizzata.");
+        QString avviso = stampaTenendoInvio();
+        QVERIFY2(!avviso.isEmpty(), "Enter on \"STAMPA SCHEDA\" brought no window");
+        if (problema) {
+            QVERIFY(chiudiAvviso(avviso, QStringLiteral("Return")));
+            passo = QStringLiteral("Enter again");
+            QVERIFY(tasto(QStringLiteral("Return")));
+            avviso = unaFinestra(Avviso, 5000);
+            QVERIFY2(!avviso.isEmpty(), "after the message, Enter did not print again");
+            QVERIFY(chiudiAvviso(avviso, QStringLiteral("mouse"),
+                                 bottoneOk(avviso, testo, QMessageBox::NoIcon)));
+        } else {
+            QVERIFY(chiudiAvviso(avviso, QStringLiteral("space")));
+            passo = QStringLiteral("Enter again");
+            QVERIFY(tasto(QStringLiteral("Return")));
+            QVERIFY2(
+                Scadenze::finche([&] { return pdf().size() == 2 && !x->noWindow(Avviso); }, 5000),
+                "after the notice, Enter did not print again");
+            QVERIFY(chiudiAvviso(unaFinestra(Avviso), QStringLiteral("Escape")));
+        }
+        passo = QStringLiteral("Tab and Tab on to ESCI");
+        QVERIFY(!x->noWindow(QStringLiteral("^STAMPA SCHEDE: scomposizione$")));
+    }
+
+    // The class sets: the symbols chosen with Enter on the start screen, the
+    // worksheet screen, Alt+C and Enter for "Copie per la classe", one copy,
+    // Enter held; the notice closed with the mouse, Enter prints again, the
+    // notice closed with Enter, Escape closes the dialog.
+    void classe()
+    {
+        QVERIFY2(!avvia().isEmpty(), "the program did not start");
+        passo = QStringLiteral("symbols on the start screen");
+        QVERIFY(tasto(QStringLiteral("Return")) && tasto(QStringLiteral("Return")));
+        const QString inizio = unaFinestra(Inizio);
+        QVERIFY(clic(inizio, voceSchede));
+        const QString schede = unaFinestra(QStringLiteral("^STAMPA SCHEDE: scomposizione$"));
+        QVERIFY(!schede.isEmpty() && haLaTastiera(schede));
+        passo = QStringLiteral("Alt+C, Enter");
+        QVERIFY(tasto(QStringLiteral("alt+c")) && tasto(QStringLiteral("Return")));
+        const QString dialogo = unaFinestra(QStringLiteral("^Copie per la classe$"));
+        QVERIFY(!dialogo.isEmpty() && haLaTastiera(dialogo));
+        passo = QStringLiteral("one copy");
+        QVERIFY(tasto(QStringLiteral("alt+c")) && tasto(QStringLiteral("ctrl+a")) &&
+                tasto(QStringLiteral("1")));
+        QString avviso = stampaTenendoInvio();
+        QVERIFY2(!avviso.isEmpty(), "Enter in the copies box brought no notice");
+        QVERIFY(chiudiAvviso(avviso, QStringLiteral("mouse")));
+        passo = QStringLiteral("Enter again");
+        QVERIFY(tasto(QStringLiteral("Return")));
+        QVERIFY2(Scadenze::finche([&] { return pdf().size() == 2 && !x->noWindow(Avviso); }, 10000),
+                 "after the notice, Enter did not print again");
+        QVERIFY(chiudiAvviso(unaFinestra(Avviso), QStringLiteral("Return")));
+        passo = QStringLiteral("Escape");
+        QVERIFY(tasto(QStringLiteral("Escape")));
+        QVERIFY2(chiusa(QStringLiteral("^Copie per la classe$")),
+                 "after the notice, Escape did not close the dialog");
+    }
+
+    // The register: "ESPORTA CSV" with Enter held opens the folder dialog,
+    // Enter there saves and a notice says where (closed with Escape); Tab and
+    // Enter print (the notice closed with Space); Tab, Tab, Enter on "CHIUDI".
+    void registro()
+    {
+        QVERIFY2(!avvia().isEmpty(), "the program did not start");
+        passo = QStringLiteral("register");
+        const QString inizio = unaFinestra(Inizio);
+        QVERIFY(clic(inizio, voceRegistro));
+        const QString registro = unaFinestra(QStringLiteral("^Registro$"));
+        QVERIFY(!registro.isEmpty() && haLaTastiera(registro));
+        // The focus to "ESPORTA CSV": a click opens its folder dialog, Escape
+        // leaves it.
+        QVERIFY(clic(registro, esportaRegistro));
+        const QString cartella = QStringLiteral("^Cartella in cui salvare il registro");
+        QVERIFY(x->focus(unaFinestra(cartella)) && tasto(QStringLiteral("Escape")) &&
+                chiusa(cartella) && haLaTastiera(registro));
+        const QString dialogo = stampaTenendoInvio(cartella);
+        QVERIFY2(!dialogo.isEmpty(), "Enter on \"ESPORTA CSV\" brought no folder dialog");
+        passo = QStringLiteral("Enter in the folder dialog");
+        QVERIFY(tasto(QStringLiteral("Return")));
+        QString avviso = unaFinestra(Avviso);
+        QVERIFY2(!avviso.isEmpty(), "the export brought no notice");
+        QVERIFY(chiudiAvviso(avviso, QStringLiteral("Escape")));
+        passo = QStringLiteral("Tab and Enter on STAMPA");
+        QVERIFY(tasto(QStringLiteral("Tab")) && tasto(QStringLiteral("Return")));
+        avviso = unaFinestra(Avviso, 5000);
+        QVERIFY2(!avviso.isEmpty() && pdf().size() == 1,
+                 "after the notice, Tab and Enter did not print the register");
+        QVERIFY(chiudiAvviso(avviso, QStringLiteral("space")));
+        passo = QStringLiteral("Tab, Tab and Enter on CHIUDI");
+        QVERIFY(tasto(QStringLiteral("Tab")) && tasto(QStringLiteral("Tab")) &&
+                tasto(QStringLiteral("Return")));
+        QVERIFY2(chiusa(QStringLiteral("^Registro$")),
+                 "after the notice, the keys did not reach \"CHIUDI\"");
+    }
+
+    // The options screen: "2" and Enter save the settings (no notice comes
+    // up), "3" and Enter close the screen at once.
+    void opzioni()
+    {
+        QVERIFY2(!avvia().isEmpty(), "the program did not start");
+        passo = QStringLiteral("options");
+        const QString inizio = unaFinestra(Inizio);
+        QVERIFY(clic(inizio, voceOpzioni));
+        const QString opzioni = unaFinestra(QStringLiteral("^ PANNELLO OPZIONI$"));
+        QVERIFY(!opzioni.isEmpty() && haLaTastiera(opzioni));
+        const QString livelli = QDir(lavoro->path()).filePath(QStringLiteral("Quadrivo.dat"));
+        QFile::remove(livelli);
+        passo = QStringLiteral("2 and Enter");
+        QVERIFY(tasto(QStringLiteral("2")) && tasto(QStringLiteral("Return")));
+        QVERIFY2(Scadenze::finche([&] { return QFile::exists(livelli); }, 5000),
+                 "\"2\" and Enter did not save the settings");
+        passo = QStringLiteral("3 and Enter");
+        QVERIFY(tasto(QStringLiteral("3")) && tasto(QStringLiteral("Return")));
+        QVERIFY2(chiusa(QStringLiteral("^ PANNELLO OPZIONI$")),
+                 "after the save, \"3\" and Enter did not close the options");
+    }
+
 private slots:
     void initTestCase()
     {
@@ -306,6 +483,8 @@ private slots:
         qputenv("CUPS_SERVER", QFile::encodeName(casa.filePath(QStringLiteral("nessun-server"))));
         qputenv("XDG_DATA_HOME", QFile::encodeName(casa.filePath(QStringLiteral("dati"))));
         qputenv("XDG_CONFIG_HOME", QFile::encodeName(casa.filePath(QStringLiteral("config"))));
+        // Where the register's folder dialog starts.
+        qputenv("HOME", QFile::encodeName(casa.path()));
 
         TestContext t;
         frmOperativo &e = t->form<frmOperativo>();
@@ -318,6 +497,18 @@ private slots:
         voceStampaEsercizi = voce(r, "mnuStampaEsercizi");
         esciResoconto = centroIn(r.get<Control>("Command1", 0).widget(), &r);
         attestatoResoconto = centroIn(r.get<Control>("Command1", 3).widget(), &r);
+        FrmInizio &i = t->form<FrmInizio>();
+        i.ensurePolished();
+        voceSchede = voce(i, "mnuStampa");
+        voceOpzioni = voce(i, "mnuOpzioni");
+        voceRegistro = voce(i, "mnuRegistro");
+        FrmStampaSchede &s = t->form<FrmStampaSchede>();
+        s.ensurePolished();
+        sottomultipli = centroIn(s.get<Control>("Option2", 0).widget(), &s);
+        visualizzaAlunni = centroIn(s.get<Control>("CmdVisualizzaSchedaAlunni").widget(), &s);
+        frmRegistro g(*t, ImpostazioniRegistro::sqlite(casa.filePath(QStringLiteral("misura.db"))));
+        g.ensurePolished();
+        esportaRegistro = centroIn(g.get<Control>("cmdEsporta").widget(), &g);
     }
 
     void cleanup()
@@ -403,6 +594,32 @@ private slots:
         QCOMPARE(quadrivo.exitStatus(), QProcess::NormalExit);
         QCOMPARE(quadrivo.exitCode(), 0);
         QCOMPARE(pdf().size(), 4);
+    }
+
+    // ---- The other screens: one keyboard path each ----
+
+    void theKeysGoOnOnTheOtherScreensAfterTheirNotices_data()
+    {
+        QTest::addColumn<QString>("percorso");
+        for (const char *p : {"report", "worksheet", "worksheet printing problem", "class set",
+                              "register", "options"})
+            QTest::newRow(p) << QString::fromLatin1(p);
+    }
+
+    void theKeysGoOnOnTheOtherScreensAfterTheirNotices()
+    {
+        QFETCH(QString, percorso);
+        carico(false);
+        if (percorso == QLatin1String("report"))
+            resoconto();
+        else if (percorso.startsWith(QLatin1String("worksheet")))
+            scheda(percorso.endsWith(QLatin1String("problem")));
+        else if (percorso == QLatin1String("class set"))
+            classe();
+        else if (percorso == QLatin1String("register"))
+            registro();
+        else
+            opzioni();
     }
 };
 
