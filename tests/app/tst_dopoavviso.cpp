@@ -371,8 +371,6 @@ class TestDopoAvviso : public QObject
                 "after the notice, Enter did not print again");
             QVERIFY(chiudiAvviso(unaFinestra(Avviso), QStringLiteral("Escape")));
         }
-        passo = QStringLiteral("Tab and Tab on to ESCI");
-        QVERIFY(!x->noWindow(QStringLiteral("^STAMPA SCHEDE: scomposizione$")));
     }
 
     // The class sets: the symbols chosen with Enter on the start screen, the
