@@ -336,10 +336,29 @@ class TestDopoAvviso : public QObject
     // have no keys), then Tab to "STAMPA SCHEDA" and Enter held. Either a
     // notice (closed with Space; Enter prints again, closed with Escape) or,
     // with the folder gone, the modal "Problema di stampa..." (closed with
-    // Enter; Enter shows it again, closed with the mouse).
-    void scheda(bool problema)
+    // Enter; Enter shows it again, closed with the mouse), or, with no
+    // Courier font, the modal "Devi installare..." (closed with Escape;
+    // Enter shows it again, closed with Space).
+    void scheda(const QString &caso)
     {
-        QVERIFY2(!avvia().isEmpty(), "the program did not start");
+        const bool problema = caso == QLatin1String("printing problem");
+        const bool courier = caso == QLatin1String("Courier message");
+        QTemporaryDir caratteri;
+        if (courier) {
+            // Fonts with no Courier, nor a font with its metrics, for the program.
+            QFile conf(caratteri.filePath(QStringLiteral("fonts.conf")));
+            QVERIFY(conf.open(QIODevice::WriteOnly));
+            conf.write(QStringLiteral("<?xml version=\"1.0\"?>\n<fontconfig>\n"
+                                      "<dir>/usr/share/fonts/truetype/dejavu</dir>\n"
+                                      "<cachedir>%1</cachedir>\n</fontconfig>\n")
+                           .arg(caratteri.filePath(QStringLiteral("cache")))
+                           .toUtf8());
+            conf.close();
+            qputenv("FONTCONFIG_FILE", QFile::encodeName(conf.fileName()));
+        }
+        const bool avviato = !avvia().isEmpty();
+        qunsetenv("FONTCONFIG_FILE");
+        QVERIFY2(avviato, "the program did not start");
         passo = QStringLiteral("worksheet screen");
         const QString inizio = unaFinestra(Inizio);
         QVERIFY(clic(inizio, voceSchede));
@@ -354,7 +373,15 @@ class TestDopoAvviso : public QObject
         const QString testo = QStringLiteral("Problema di stampa nella stampante utilizzata.");
         QString avviso = stampaTenendoInvio();
         QVERIFY2(!avviso.isEmpty(), "Enter on \"STAMPA SCHEDA\" brought no window");
-        if (problema) {
+        if (courier) {
+            QVERIFY(chiudiAvviso(avviso, QStringLiteral("Escape")));
+            passo = QStringLiteral("Enter again");
+            QVERIFY(tasto(QStringLiteral("Return")));
+            avviso = unaFinestra(Avviso, 5000);
+            QVERIFY2(!avviso.isEmpty(), "after the message, Enter did not try to print again");
+            QVERIFY(chiudiAvviso(avviso, QStringLiteral("space")));
+            QVERIFY(pdf().isEmpty());
+        } else if (problema) {
             QVERIFY(chiudiAvviso(avviso, QStringLiteral("Return")));
             passo = QStringLiteral("Enter again");
             QVERIFY(tasto(QStringLiteral("Return")));
@@ -599,8 +626,8 @@ private slots:
     void theKeysGoOnOnTheOtherScreensAfterTheirNotices_data()
     {
         QTest::addColumn<QString>("percorso");
-        for (const char *p : {"report", "worksheet", "worksheet printing problem", "class set",
-                              "register", "options"})
+        for (const char *p : {"report", "worksheet", "worksheet printing problem",
+                              "worksheet Courier message", "class set", "register", "options"})
             QTest::newRow(p) << QString::fromLatin1(p);
     }
 
@@ -611,7 +638,7 @@ private slots:
         if (percorso == QLatin1String("report"))
             resoconto();
         else if (percorso.startsWith(QLatin1String("worksheet")))
-            scheda(percorso.endsWith(QLatin1String("problem")));
+            scheda(percorso.section(QLatin1Char(' '), 1));
         else if (percorso == QLatin1String("class set"))
             classe();
         else if (percorso == QLatin1String("register"))
