@@ -60,7 +60,7 @@ struct ControlDef
     FontDef font{};
     bool visible = true;
     bool enabled = true;
-    bool value = false;     // option buttons chosen at design; menu entries shown checked
+    bool value = false; // option buttons chosen at design; menu entries shown checked
     bool checkable = false; // menu entries that show a check mark (Checked)
     Align align = Align::Left;
     bool border = false;      // labels and picture boxes with a single border
