@@ -2,6 +2,7 @@
 
 #include "platform/Accessibility.h"
 #include "platform/Form.h"
+#include "platform/HeldKeys.h"
 #include "platform/KeyCodes.h"
 #include "platform/RuntimeError.h"
 #include "platform/Twips.h"
@@ -432,6 +433,8 @@ bool Control::handleEvent(QEvent *event)
         auto *ke = static_cast<QKeyEvent *>(event);
         if (ke->key() == Qt::Key_Tab || ke->key() == Qt::Key_Backtab)
             return false; // moving between controls is the screen's business
+        // A window the handlers open may take the key's release.
+        const HeldKeys::Handling handling(ke);
         int code = KeyCodes::fromEvent(ke);
         if (KeyDown)
             KeyDown(code, KeyCodes::shiftState(ke));

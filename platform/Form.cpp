@@ -1,6 +1,7 @@
 #include "platform/Form.h"
 
 #include "platform/Accessibility.h"
+#include "platform/FocusReturn.h"
 #include "platform/HeldKeys.h"
 #include "platform/ScreenRegistry.h"
 #include "platform/Services.h"
@@ -18,6 +19,7 @@
 #include "platform/controls/TextBox.h"
 #include "platform/controls/Timer.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QEventLoop>
 #include <QMenuBar>
@@ -30,6 +32,7 @@ Form::Form(Services &services, const QString &name)
     setAttribute(Qt::WA_DeleteOnClose, false);
     Accessibility::describeScreen(this);
     HeldKeys::install();
+    FocusReturn::install();
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -277,7 +280,12 @@ void Form::focusControl(Control *c)
         return;
     }
     c->widget()->setFocus(Qt::OtherFocusReason);
-    if (!isActiveWindow())
+    // A notice or message box this screen put up keeps the keyboard; it comes
+    // back to the control when that window closes.
+    const QWidget *active = QApplication::activeWindow();
+    const bool ownWindowOnTop = active && active != this && active->parentWidget() &&
+                                active->parentWidget()->window() == this;
+    if (!isActiveWindow() && !ownWindowOnTop)
         activateWindow();
 }
 

@@ -33,6 +33,24 @@ bool askDetectableAutoRepeat()
     return granted;
 }
 
+// The keys X holds down now, as keycodes; none where there is no X.
+std::optional<QSet<quint32>> keysDownOnServer()
+{
+    auto *x11 = qApp ? qApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
+    xcb_connection_t *c = x11 ? x11->connection() : nullptr;
+    if (!c)
+        return std::nullopt;
+    xcb_query_keymap_reply_t *r = xcb_query_keymap_reply(c, xcb_query_keymap(c), nullptr);
+    if (!r)
+        return std::nullopt;
+    QSet<quint32> down;
+    for (quint32 code = 8; code < 256; ++code)
+        if (r->keys[code / 8] & (1u << (code % 8)))
+            down.insert(code);
+    free(r);
+    return down;
+}
+
 HeldKeys *installed = nullptr;
 bool serverDrops = false;
 
@@ -61,6 +79,66 @@ HeldKeys::HeldKeys(bool pairReleases, QObject *parent)
 {
 }
 
+HeldKeys::Handling::Handling(const QKeyEvent *press) : m_keys(installed), m_id(idOf(press))
+{
+    if (m_keys)
+        m_keys->beginHandling(m_id);
+}
+
+HeldKeys::Handling::~Handling()
+{
+    if (m_keys)
+        m_keys->endHandling(m_id);
+}
+
+void HeldKeys::beginHandling(quint32 id)
+{
+    ++m_handling[id];
+}
+
+void HeldKeys::endHandling(quint32 id)
+{
+    auto it = m_handling.find(id);
+    if (it == m_handling.end() || --it.value() > 0)
+        return;
+    m_handling.erase(it);
+    const auto parked = m_parked.find(id);
+    if (parked == m_parked.end())
+        return;
+    const auto [press, timestamp] = parked.value();
+    m_parked.erase(parked);
+    releaseAt(press, timestamp);
+}
+
+void HeldKeys::released(quint32 id, const QWindow *at, quint64 timestamp)
+{
+    const auto it = m_pressedAt.find(id);
+    if (it == m_pressedAt.end())
+        return;
+    const Press press = it.value();
+    m_pressedAt.erase(it);
+    if (!press.window || press.window == at)
+        return;
+    // The press opened the window the release reached (or one since gone):
+    // the screen that heard the press hears the release too.
+    if (m_handling.value(id) > 0)
+        m_parked.insert(id, {press, timestamp});
+    else
+        releaseAt(press, timestamp);
+}
+
+void HeldKeys::releaseAt(const Press &press, quint64 timestamp)
+{
+    if (!press.window || !press.window->isVisible())
+        return;
+    QKeyEvent release(QEvent::KeyRelease, press.key, press.modifiers, press.scanCode,
+                      press.virtualKey, press.nativeModifiers, press.text);
+    release.setTimestamp(timestamp);
+    m_resending = true;
+    QCoreApplication::sendEvent(press.window, &release);
+    m_resending = false;
+}
+
 quint32 HeldKeys::idOf(const QKeyEvent *event)
 {
     // The physical key; Qt's key code where the platform gives none.
@@ -85,14 +163,17 @@ void HeldKeys::deliverHeld()
     const Held h = *m_held;
     m_held.reset();
     m_down.remove(h.id);
-    if (!h.window)
+    if (!h.window) {
+        released(h.id, nullptr, h.timestamp);
         return;
+    }
     QKeyEvent release(QEvent::KeyRelease, h.key, h.modifiers, h.scanCode, h.virtualKey,
                       h.nativeModifiers, h.text);
     release.setTimestamp(h.timestamp);
     m_resending = true;
     QCoreApplication::sendEvent(h.window, &release);
     m_resending = false;
+    released(h.id, h.window, h.timestamp);
 }
 
 bool HeldKeys::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
@@ -112,6 +193,7 @@ bool HeldKeys::nativeEventFilter(const QByteArray &eventType, void *message, qin
         if (m_held)
             deliverHeld();
         m_down.remove(release->detail);
+        released(release->detail, nullptr, release->time);
     }
     return false;
 }
@@ -136,6 +218,21 @@ bool HeldKeys::eventFilter(QObject *watched, QEvent *event)
     if (m_resending || !watched->isWindowType())
         return false;
     switch (event->type()) {
+    case QEvent::FocusIn:
+        // Keys let go while no window of the program had the keyboard (one
+        // closed, and X gave it to none) were released nowhere it could see.
+        if (!m_down.isEmpty())
+            if (const auto onServer = keysDownOnServer()) {
+                if (m_held)
+                    deliverHeld();
+                const QSet<quint32> down = m_down;
+                for (quint32 id : down)
+                    if (!(id & 0x80000000u) && !onServer->contains(id)) {
+                        m_down.remove(id);
+                        released(id, nullptr, 0);
+                    }
+            }
+        return false;
     case QEvent::KeyPress: {
         auto *ke = static_cast<QKeyEvent *>(event);
         const quint32 id = idOf(ke);
@@ -151,10 +248,22 @@ bool HeldKeys::eventFilter(QObject *watched, QEvent *event)
                 deliverHeld();
             }
         }
+        if (m_down.contains(id) || ke->isAutoRepeat()) {
+            // A repeat of a key that went down at another window (its press
+            // opened this one) is that window's, and it is not listening.
+            const auto at = m_pressedAt.constFind(id);
+            if (at != m_pressedAt.cend() && at->window && at->window != watched)
+                return true;
+        }
         if (m_down.contains(id) && !ke->isAutoRepeat()) {
             resend(static_cast<QWindow *>(watched), *ke, true);
             return true;
         }
+        if (!m_down.contains(id) && !ke->isAutoRepeat())
+            m_pressedAt.insert(id,
+                               Press{static_cast<QWindow *>(watched), ke->key(), ke->modifiers(),
+                                     ke->nativeScanCode(), ke->nativeVirtualKey(),
+                                     ke->nativeModifiers(), ke->text()});
         m_down.insert(id);
         return false;
     }
@@ -179,6 +288,7 @@ bool HeldKeys::eventFilter(QObject *watched, QEvent *event)
             return true;
         }
         m_down.remove(id);
+        released(id, static_cast<QWindow *>(watched), ke->timestamp());
         return false;
     }
     case QEvent::MouseButtonPress:
