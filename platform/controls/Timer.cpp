@@ -38,7 +38,8 @@ void Timer::setScripted(bool scripted)
 
 void Timer::update()
 {
-    if (Enabled() && m_interval > 0 && !m_scripted && !m_form.isUnloaded())
+    if (Enabled() && m_interval > 0 && !m_scripted && !m_form.isUnloaded() &&
+        !m_form.awaitingFirstFrame())
         m_timer->start(m_interval);
     else
         m_timer->stop();
