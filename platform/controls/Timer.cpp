@@ -36,6 +36,11 @@ void Timer::setScripted(bool scripted)
     update();
 }
 
+bool Timer::running() const
+{
+    return m_timer->isActive();
+}
+
 void Timer::update()
 {
     if (Enabled() && m_interval > 0 && !m_scripted && !m_form.isUnloaded() &&

@@ -20,6 +20,9 @@ public:
     void tick();
     // Stops the real clock; tick() still works (for scripted tests).
     void setScripted(bool scripted);
+    // Whether the real clock runs now: enabled, not scripted, and its screen
+    // either on screen or never shown.
+    bool running() const;
 
     std::function<void()> TimerEvent;
 
