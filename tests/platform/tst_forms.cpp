@@ -435,7 +435,11 @@ private slots:
             QVERIFY(c);
             QVERIFY_THROWS_EXCEPTION(RuntimeError, (void)c->Left());
             QVERIFY_THROWS_EXCEPTION(RuntimeError, (void)c->Width());
+            // Those that would suppress the error can ask first.
+            QVERIFY(!c->hasPosition());
         }
+        for (const char *name : {"Frame1", "Cmd", "Lbl", "Pic", "LblPic"})
+            QVERIFY(f.findControl(QString::fromLatin1(name))->hasPosition());
     }
 
     void aTimerOfAScreenNeverShownRuns()
