@@ -6,6 +6,7 @@
 #include "core/AppContext.h"
 #include "drill/frmOperativo.h"
 #include "platform/Fonts.h"
+#include "platform/StileQuadrivo.h"
 #include "platform/TraduzioniQt.h"
 #include "registro/ImpostazioniRegistro.h"
 #include "registro/RegistroQuadrivo.h"
@@ -36,7 +37,7 @@ void preparaApplicazione()
     // the window to them by it.
     QGuiApplication::setDesktopFileName(QStringLiteral("org.quadrivo.Quadrivo"));
     QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("org.quadrivo.Quadrivo")));
-    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setStyle(new StileQuadrivo);
     Fonts::installSubstitutions();
     TraduzioniQt::installa(*QCoreApplication::instance());
 }

@@ -10,7 +10,6 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QRegularExpression>
 
 namespace {
 
@@ -275,21 +274,56 @@ void Control::setToolTipText(const QString &tip)
 
 namespace {
 
+// What a pattern's \S is not: the ASCII blanks.
+bool spazio(QChar c)
+{
+    return c == u' ' || (c >= u'\t' && c <= u'\r');
+}
+
+// "E S C I": single characters with one blank between each.
+bool spaziata(QStringView parola)
+{
+    if (parola.size() < 3 || parola.size() % 2 == 0)
+        return false;
+    for (qsizetype i = 0; i < parola.size(); ++i)
+        if (i % 2 ? parola[i] != u' ' : spazio(parola[i]))
+            return false;
+    return true;
+}
+
 // A caption as a voice reads it: letter-spaced words joined ("E S C I":
-// "ESCI"), runs of blanks made one.
+// "ESCI"), runs of blanks made one. Asked for every control as a screen is
+// built, so it is plain string work, no pattern matching.
 QString leggibile(const QString &caption)
 {
-    static const QRegularExpression spaziate(QStringLiteral("^(\\S )+\\S$"));
-    QStringList parole;
-    for (QString parola :
-         caption.split(QRegularExpression(QStringLiteral(" {2,}")), Qt::SkipEmptyParts)) {
-        parola = parola.trimmed();
-        if (spaziate.match(parola).hasMatch())
+    QString letto;
+    auto aggiungi = [&letto](QStringView pezzo) {
+        QString parola = pezzo.trimmed().toString();
+        if (spaziata(parola))
             parola.remove(QLatin1Char(' '));
-        parole << parola.simplified();
+        parola = parola.simplified();
+        if (parola.isEmpty())
+            return;
+        if (!letto.isEmpty())
+            letto += QLatin1Char(' ');
+        letto += parola;
+    };
+    // Words are parted by two blanks or more; one blank is inside a word.
+    const QStringView testo(caption);
+    qsizetype inizio = 0;
+    for (qsizetype i = 0; i + 1 < testo.size();) {
+        if (testo[i] == u' ' && testo[i + 1] == u' ') {
+            aggiungi(testo.mid(inizio, i - inizio));
+            while (i < testo.size() && testo[i] == u' ')
+                ++i;
+            inizio = i;
+        } else {
+            ++i;
+        }
     }
-    parole.removeAll(QString());
-    return parole.join(QLatin1Char(' '));
+    if (inizio < testo.size())
+        aggiungi(testo.mid(inizio));
+    return letto;
 }
 
 } // namespace

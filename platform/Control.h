@@ -37,6 +37,9 @@ public:
     QWidget *widget() const { return m_widget; }
 
     // Geometry in twips, relative to the container.
+    // False where asking for it is the run-time error (see Left()), so a
+    // caller that would suppress the error can pass the control over.
+    virtual bool hasPosition() const { return m_widget != nullptr; }
     virtual double Left() const;
     virtual double Top() const;
     virtual double Width() const;

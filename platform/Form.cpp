@@ -24,6 +24,7 @@
 #include <QEventLoop>
 #include <QMenuBar>
 #include <QVBoxLayout>
+#include <QWindow>
 
 Form::Form(Services &services, const QString &name)
     : QWidget(nullptr, Qt::Window), m_services(services), m_name(name)
@@ -289,8 +290,32 @@ void Form::focusControl(Control *c)
         activateWindow();
 }
 
+void Form::updateTimers()
+{
+    for (Control *c : m_order)
+        if (c->kind() == ControlKind::Timer)
+            static_cast<Timer *>(c)->update();
+}
+
+void Form::stopAwaitingFrame()
+{
+    m_awaitingFrame = false;
+    if (QWindow *w = windowHandle())
+        w->removeEventFilter(this);
+}
+
 bool Form::eventFilter(QObject *watched, QEvent *event)
 {
+    if (m_awaitingFrame && watched == windowHandle()) {
+        // The window paints itself as it handles this event: the timers
+        // start after it, from the events it leaves queued.
+        if (event->type() == QEvent::Expose && windowHandle()->isExposed()) {
+            stopAwaitingFrame();
+            m_framed = true;
+            QMetaObject::invokeMethod(this, &Form::updateTimers, Qt::QueuedConnection);
+        }
+        return false;
+    }
     if (watched == m_client) {
         if (event->type() == QEvent::Resize)
             clientResized();
@@ -320,6 +345,11 @@ bool Form::event(QEvent *event)
 void Form::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
+    if (!m_framed && !m_awaitingFrame && windowHandle()) {
+        m_awaitingFrame = true;
+        windowHandle()->installEventFilter(this);
+        updateTimers();
+    }
     if (m_pendingFocus) {
         QWidget *w = m_pendingFocus;
         m_pendingFocus = nullptr;
@@ -330,6 +360,12 @@ void Form::showEvent(QShowEvent *event)
 void Form::hideEvent(QHideEvent *event)
 {
     QWidget::hideEvent(event);
+    // Hidden before it was ever on screen: its timers run as a hidden
+    // screen's do.
+    if (m_awaitingFrame) {
+        stopAwaitingFrame();
+        updateTimers();
+    }
     if (!event->spontaneous())
         emit closedOrHidden();
 }

@@ -73,6 +73,10 @@ public:
     void Hide();
     void Unload();
     bool isUnloaded() const { return m_unloaded; }
+    // Shown, but not yet on screen: its timers wait for the first frame, so
+    // that frame is the screen as it opens (the start screen's closed
+    // curtain), however long the window takes to appear.
+    bool awaitingFirstFrame() const { return m_awaitingFrame; }
 
     // The control that has (or last had, in this window) the focus.
     Control *activeControl() const { return m_active; }
@@ -109,6 +113,8 @@ private:
     Control *controlOf(QObject *widget) const;
     void runHandler(const std::function<void()> &handler);
     void clientResized();
+    void updateTimers();
+    void stopAwaitingFrame();
 
     Services &m_services;
     QString m_name;
@@ -121,6 +127,8 @@ private:
     QPointer<QWidget> m_pendingFocus;
     std::vector<OptionButton *> m_designChosen;
     bool m_loaded = false;
+    bool m_awaitingFrame = false;
+    bool m_framed = false; // on screen at least once
     bool m_unloading = false;
     bool m_unloaded = false;
 };

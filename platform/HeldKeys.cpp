@@ -4,6 +4,8 @@
 #include <QTimerEvent>
 
 #include <algorithm>
+#include <dlfcn.h>
+#include <type_traits>
 
 #include <xcb/xcb.h>
 // The XKB header names a field `explicit`, a C++ keyword.
@@ -13,21 +15,52 @@
 
 namespace {
 
+// XCB's keyboard extension, opened only on X11, where Qt's own X11 support
+// has it loaded already: elsewhere it would be start-up work for nothing.
+struct Xkb
+{
+    decltype(&xcb_xkb_use_extension) use_extension = nullptr;
+    decltype(&xcb_xkb_use_extension_reply) use_extension_reply = nullptr;
+    decltype(&xcb_xkb_per_client_flags) per_client_flags = nullptr;
+    decltype(&xcb_xkb_per_client_flags_reply) per_client_flags_reply = nullptr;
+};
+
+// Null without the library: held keys are then paired by their times.
+const Xkb *xkb()
+{
+    void *libreria = dlopen("libxcb-xkb.so.1", RTLD_NOW | RTLD_LOCAL);
+    if (!libreria)
+        return nullptr;
+    static Xkb x;
+    bool tutte = true;
+    auto trova = [&](auto &funzione, const char *nome) {
+        funzione =
+            reinterpret_cast<std::remove_reference_t<decltype(funzione)>>(dlsym(libreria, nome));
+        tutte = tutte && funzione;
+    };
+    trova(x.use_extension, "xcb_xkb_use_extension");
+    trova(x.use_extension_reply, "xcb_xkb_use_extension_reply");
+    trova(x.per_client_flags, "xcb_xkb_per_client_flags");
+    trova(x.per_client_flags_reply, "xcb_xkb_per_client_flags_reply");
+    return tutte ? &x : nullptr;
+}
+
 bool askDetectableAutoRepeat()
 {
     auto *x11 = qApp ? qApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
     xcb_connection_t *c = x11 ? x11->connection() : nullptr;
-    if (!c)
+    const Xkb *x = c ? xkb() : nullptr;
+    if (!x)
         return false;
-    xcb_xkb_use_extension_reply_t *use = xcb_xkb_use_extension_reply(
-        c, xcb_xkb_use_extension(c, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION), nullptr);
-    const bool xkb = use && use->supported;
+    xcb_xkb_use_extension_reply_t *use = x->use_extension_reply(
+        c, x->use_extension(c, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION), nullptr);
+    const bool supported = use && use->supported;
     free(use);
-    if (!xkb)
+    if (!supported)
         return false;
     const uint32_t flag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
-    xcb_xkb_per_client_flags_reply_t *r = xcb_xkb_per_client_flags_reply(
-        c, xcb_xkb_per_client_flags(c, XCB_XKB_ID_USE_CORE_KBD, flag, flag, 0, 0, 0), nullptr);
+    xcb_xkb_per_client_flags_reply_t *r = x->per_client_flags_reply(
+        c, x->per_client_flags(c, XCB_XKB_ID_USE_CORE_KBD, flag, flag, 0, 0, 0), nullptr);
     const bool granted = r && (r->value & flag);
     free(r);
     return granted;

@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Builds and runs the benchmarks (bench/) and prints one table, as Markdown:
-# start-up and peak memory against a minimal Qt program, a drill series
-# played through events, a worksheet printed to PDF. Fails when a target is
-# missed or a benchmark could not measure. Offscreen platform, so the figures
-# depend on no display. Run it on a quiet machine: the times are wall times.
+# start-up and peak memory against a minimal Qt program, start-up again in
+# instructions (callgrind), a drill series played through events, a worksheet
+# printed to PDF. Fails when a target is missed or a benchmark could not
+# measure. Offscreen platform, so the figures depend on no display. Run it on
+# a quiet machine: the times are wall times (the instruction count is not).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/deps.sh
@@ -37,6 +38,7 @@ esegui() {
     fi
 }
 esegui "$bin/bench_avvio" "$build_dir/app/Quadrivo" "$bin/bench_minimo"
+esegui "$bin/bench_istruzioni" "$build_dir/app/Quadrivo" "$bin/bench_minimo"
 esegui "$bin/bench_serie"
 esegui "$bin/bench_scheda"
 esegui "$bin/bench_classe"

@@ -24,6 +24,8 @@ QUADRIVO_PACKAGES=(
     # the pupils' register: Qt SQL's SQLite and PostgreSQL drivers, and a
     # PostgreSQL server the tests start privately
     libqt6sql6-sqlite libqt6sql6-psql postgresql
+    # the start-up benchmark counts instructions under callgrind
+    valgrind
 )
 
 ensure_packages() {

@@ -14,6 +14,10 @@ void RegistraPosizioni(const Form &form, Posizioni &posizioni)
     for (std::size_t i = 0; i < controlli.size(); ++i) {
         const Control *c = controlli[i];
         PosizioneControllo &p = posizioni[i];
+        // Timers, menu entries and lines keep an empty position: each
+        // question would only raise the error that is suppressed here.
+        if (!c->hasPosition())
+            continue;
         runSuppressed({
             [&] { p.Larghezza = static_cast<float>(c->Width() / larghezza); },
             [&] { p.Altezza = static_cast<float>(c->Height() / altezza); },

@@ -15,6 +15,7 @@ public:
     double Y2() const { return m_y2; }
     void setPoints(double x1, double y1, double x2, double y2);
 
+    bool hasPosition() const override { return false; }
     double Left() const override;
     double Top() const override;
     double Width() const override;

@@ -36,9 +36,15 @@ void Timer::setScripted(bool scripted)
     update();
 }
 
+bool Timer::running() const
+{
+    return m_timer->isActive();
+}
+
 void Timer::update()
 {
-    if (Enabled() && m_interval > 0 && !m_scripted && !m_form.isUnloaded())
+    if (Enabled() && m_interval > 0 && !m_scripted && !m_form.isUnloaded() &&
+        !m_form.awaitingFirstFrame())
         m_timer->start(m_interval);
     else
         m_timer->stop();

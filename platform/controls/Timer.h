@@ -4,8 +4,9 @@
 
 class QTimer;
 
-// A timer: while enabled, raises Timer every Interval milliseconds. Tests
-// call tick() to raise it on their own schedule.
+// A timer: while enabled, raises Timer every Interval milliseconds; on a
+// screen being shown, from the screen's first frame on. Tests call tick() to
+// raise it on their own schedule.
 class Timer : public Control
 {
 public:
@@ -19,10 +20,14 @@ public:
     void tick();
     // Stops the real clock; tick() still works (for scripted tests).
     void setScripted(bool scripted);
+    // Whether the real clock runs now: enabled, not scripted, and its screen
+    // either on screen or never shown.
+    bool running() const;
 
     std::function<void()> TimerEvent;
 
 private:
+    friend class Form; // starts and stops it as its screen comes on view
     void update();
     QTimer *m_timer;
     int m_interval;

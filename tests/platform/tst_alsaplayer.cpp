@@ -6,6 +6,8 @@
 #include <QTest>
 #include <QtEndian>
 
+#include <dlfcn.h>
+
 namespace {
 
 QByteArray campanella()
@@ -46,6 +48,21 @@ class TestAlsaPlayer : public QObject
     Q_OBJECT
 
 private slots:
+    // First: no other test may have played a sound yet.
+    void theSoundLibraryIsOpenedAtTheFirstSoundNotAtStart()
+    {
+        const auto caricata = [] {
+            void *libreria = dlopen("libasound.so.2", RTLD_NOW | RTLD_NOLOAD);
+            if (libreria)
+                dlclose(libreria);
+            return libreria != nullptr;
+        };
+        QVERIFY(!caricata());
+        AlsaPlayer player(QStringLiteral("null"));
+        QVERIFY(player.play(campanella()));
+        QVERIFY(caricata());
+    }
+
     void theChimeIsAShortPcmSound()
     {
         const auto clip = AlsaPlayer::parseWav(campanella());

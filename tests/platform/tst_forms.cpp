@@ -14,7 +14,9 @@
 #include <QMenu>
 #include <QSignalSpy>
 #include <QTest>
+#include <QThread>
 #include <QTimer>
+#include <QWindow>
 
 using namespace ScreenTest;
 
@@ -433,7 +435,58 @@ private slots:
             QVERIFY(c);
             QVERIFY_THROWS_EXCEPTION(RuntimeError, (void)c->Left());
             QVERIFY_THROWS_EXCEPTION(RuntimeError, (void)c->Width());
+            // Those that would suppress the error can ask first.
+            QVERIFY(!c->hasPosition());
         }
+        for (const char *name : {"Frame1", "Cmd", "Lbl", "Pic", "LblPic"})
+            QVERIFY(f.findControl(QString::fromLatin1(name))->hasPosition());
+    }
+
+    void aTimerOfAScreenNeverShownRuns()
+    {
+        TestContext t;
+        auto &f = t->form<Prova>();
+        QVERIFY(f.get<Timer>("Tmr").running());
+    }
+
+    void aShownScreensTimersStartWithItsFirstFrame()
+    {
+        TestContext t;
+        auto &f = t->form<Prova>();
+        auto &tmr = f.get<Timer>("Tmr");
+        int ticks = 0;
+        bool primaDelQuadro = false;
+        tmr.TimerEvent = [&] {
+            ++ticks;
+            primaDelQuadro = primaDelQuadro || !f.windowHandle()->isExposed();
+        };
+        tmr.setInterval(1);
+        f.Show();
+        // However long the window then takes to appear, nothing has ticked.
+        QVERIFY(!tmr.running());
+        QThread::msleep(20);
+        QVERIFY(QTest::qWaitForWindowExposed(&f));
+        QTRY_VERIFY(tmr.running());
+        QTRY_VERIFY(ticks > 0);
+        QVERIFY(!primaDelQuadro);
+        // Shown again later, it does not wait again.
+        f.Hide();
+        QVERIFY(tmr.running());
+        f.Show();
+        QVERIFY(tmr.running());
+    }
+
+    void aScreenHiddenBeforeItsFirstFrameRunsItsTimers()
+    {
+        TestContext t;
+        auto &f = t->form<Prova>();
+        auto &tmr = f.get<Timer>("Tmr");
+        f.Show();
+        QVERIFY(!tmr.running());
+        f.Hide();
+        QVERIFY(tmr.running());
+        tmr.setEnabled(false);
+        QVERIFY(!tmr.running());
     }
 
     void aCheckableMenuEntryChangesItsMarkOnlyWhenTheProgramSaysSo()
