@@ -17,6 +17,24 @@ namespace {
 
 // XCB's keyboard extension, opened only on X11, where Qt's own X11 support
 // has it loaded already: elsewhere it would be start-up work for nothing.
+// Functions of an X library the program does not link: it is opened on X11
+// alone, where Qt has it loaded already, so the other platforms and start-up
+// pay nothing for it; once. Null without the library or one of the functions.
+template <class Funzioni, class Trova> const Funzioni *apri(const char *file, Trova trovaTutte)
+{
+    void *libreria = dlopen(file, RTLD_NOW | RTLD_LOCAL);
+    if (!libreria)
+        return nullptr;
+    static Funzioni f;
+    bool tutte = true;
+    trovaTutte(f, [&](auto &funzione, const char *nome) {
+        funzione =
+            reinterpret_cast<std::remove_reference_t<decltype(funzione)>>(dlsym(libreria, nome));
+        tutte = tutte && funzione;
+    });
+    return tutte ? &f : nullptr;
+}
+
 struct Xkb
 {
     decltype(&xcb_xkb_use_extension) use_extension = nullptr;
@@ -28,21 +46,28 @@ struct Xkb
 // Null without the library: held keys are then paired by their times.
 const Xkb *xkb()
 {
-    void *libreria = dlopen("libxcb-xkb.so.1", RTLD_NOW | RTLD_LOCAL);
-    if (!libreria)
-        return nullptr;
-    static Xkb x;
-    bool tutte = true;
-    auto trova = [&](auto &funzione, const char *nome) {
-        funzione =
-            reinterpret_cast<std::remove_reference_t<decltype(funzione)>>(dlsym(libreria, nome));
-        tutte = tutte && funzione;
-    };
-    trova(x.use_extension, "xcb_xkb_use_extension");
-    trova(x.use_extension_reply, "xcb_xkb_use_extension_reply");
-    trova(x.per_client_flags, "xcb_xkb_per_client_flags");
-    trova(x.per_client_flags_reply, "xcb_xkb_per_client_flags_reply");
-    return tutte ? &x : nullptr;
+    static const Xkb *funzioni = apri<Xkb>("libxcb-xkb.so.1", [](Xkb &x, auto trova) {
+        trova(x.use_extension, "xcb_xkb_use_extension");
+        trova(x.use_extension_reply, "xcb_xkb_use_extension_reply");
+        trova(x.per_client_flags, "xcb_xkb_per_client_flags");
+        trova(x.per_client_flags_reply, "xcb_xkb_per_client_flags_reply");
+    });
+    return funzioni;
+}
+
+struct Xcb
+{
+    decltype(&xcb_query_keymap) query_keymap = nullptr;
+    decltype(&xcb_query_keymap_reply) query_keymap_reply = nullptr;
+};
+
+const Xcb *xcb()
+{
+    static const Xcb *funzioni = apri<Xcb>("libxcb.so.1", [](Xcb &x, auto trova) {
+        trova(x.query_keymap, "xcb_query_keymap");
+        trova(x.query_keymap_reply, "xcb_query_keymap_reply");
+    });
+    return funzioni;
 }
 
 bool askDetectableAutoRepeat()
@@ -71,9 +96,10 @@ std::optional<QSet<quint32>> keysDownOnServer()
 {
     auto *x11 = qApp ? qApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
     xcb_connection_t *c = x11 ? x11->connection() : nullptr;
-    if (!c)
+    const Xcb *x = c ? xcb() : nullptr;
+    if (!x)
         return std::nullopt;
-    xcb_query_keymap_reply_t *r = xcb_query_keymap_reply(c, xcb_query_keymap(c), nullptr);
+    xcb_query_keymap_reply_t *r = x->query_keymap_reply(c, x->query_keymap(c), nullptr);
     if (!r)
         return std::nullopt;
     QSet<quint32> down;
