@@ -8,6 +8,7 @@
 #include "sheets/FrmStampaSchede.h"
 #include "start/FrmInizio.h"
 #include "support/PrintedPdf.h"
+#include "support/CoriOccupati.h"
 #include "support/Scadenze.h"
 #include "support/TestDoubles.h"
 #include "support/XvfbSession.h"
@@ -73,7 +74,7 @@ class TestDopoAvviso : public QObject
     XvfbSession *x = nullptr;
     QProcess quadrivo;
     std::unique_ptr<QTemporaryDir> lavoro;
-    std::vector<std::unique_ptr<QProcess>> carichi;
+    CoriOccupati carico;
 
     // Places in the drill and report windows (their own coordinates).
     QPoint voceVisualizza, voceStampaEsercizi, esciResoconto, attestatoResoconto;
@@ -122,27 +123,6 @@ class TestDopoAvviso : public QObject
     {
         return Scadenze::finche(
             [&] { return x->xdotool({QStringLiteral("getwindowfocus")}) == id; }, 10000, 20);
-    }
-
-    void carico(bool occupato)
-    {
-        if (!occupato) {
-            for (auto &p : carichi) {
-                p->kill();
-                p->waitForFinished(5000);
-            }
-            carichi.clear();
-            return;
-        }
-        // Both cores busy, as when other work runs beside the program.
-        while (carichi.size() < 2) {
-            auto p = std::make_unique<QProcess>();
-            p->start(QStringLiteral("sh"),
-                     {QStringLiteral("-c"), QStringLiteral("while :; do :; done")});
-            if (!p->waitForStarted(5000))
-                return;
-            carichi.push_back(std::move(p));
-        }
     }
 
     // The program started, "numeri interi", "u d c m" and "Vai" chosen with
@@ -552,7 +532,7 @@ private slots:
         }
     }
 
-    void cleanupTestCase() { carico(false); }
+    void cleanupTestCase() { QVERIFY(carico.imposta(false)); }
 
     void theKeysGoOnOnTheCertificateAfterThePrintingNotice_data()
     {
@@ -568,7 +548,7 @@ private slots:
     {
         QFETCH(QString, chiusura);
         QFETCH(bool, occupato);
-        carico(occupato);
+        QVERIFY(carico.imposta(occupato));
 
         // One right answer: the certificate can be printed.
         const QString esercizio = finoAllEsercizio();
@@ -634,7 +614,7 @@ private slots:
     void theKeysGoOnOnTheOtherScreensAfterTheirNotices()
     {
         QFETCH(QString, percorso);
-        carico(false);
+        QVERIFY(carico.imposta(false));
         if (percorso == QLatin1String("report"))
             resoconto();
         else if (percorso.startsWith(QLatin1String("worksheet")))

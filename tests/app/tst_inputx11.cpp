@@ -12,6 +12,7 @@
 #include "start/FrmInizio.h"
 #include "start/FrmOpzioni.h"
 #include "start/frmAutore.h"
+#include "support/CoriOccupati.h"
 #include "support/Scadenze.h"
 #include "support/TestDoubles.h"
 #include "support/XvfbSession.h"
@@ -94,7 +95,7 @@ class TestInputX11 : public QObject
     Q_OBJECT
 
     Osservatore osservatore;
-    std::vector<std::unique_ptr<QProcess>> carichi;
+    CoriOccupati carico;
     std::map<QString, std::unique_ptr<QProcess>> figli;
 
     // Gives the screen the X keyboard focus (there is no window manager).
@@ -292,10 +293,7 @@ private slots:
             p->kill();
             p->waitForFinished(5000);
         }
-        for (auto &p : carichi) {
-            p->kill();
-            p->waitForFinished(5000);
-        }
+        carico.imposta(false);
     }
 
     void theServerDropsTheReleasesOfAutoRepeat()
@@ -311,13 +309,7 @@ private slots:
     {
         // Two busy loops for the held-key tests that follow: under load the
         // press that pairs with a repeat's release is late.
-        for (int i = 0; i < 2; ++i) {
-            auto p = std::make_unique<QProcess>();
-            p->start(QStringLiteral("sh"),
-                     {QStringLiteral("-c"), QStringLiteral("while :; do :; done")});
-            QVERIFY(p->waitForStarted(5000));
-            carichi.push_back(std::move(p));
-        }
+        QVERIFY(carico.imposta(true));
         // Every held-key screen at once, each in this program run again for
         // that one test function, on an X server of its own.
         for (const QString &nome : tenuteSeparate) {
@@ -414,11 +406,7 @@ private slots:
 
     void quietMachine()
     {
-        for (auto &p : carichi) {
-            p->kill();
-            p->waitForFinished(5000);
-        }
-        carichi.clear();
+        QVERIFY(carico.imposta(false));
     }
 
     // ---- The mouse on disabled controls ----

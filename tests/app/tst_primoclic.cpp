@@ -3,6 +3,7 @@
 #include "platform/controls/Menu.h"
 #include "start/FrmInizio.h"
 #include "start/frmAutore.h"
+#include "support/CoriOccupati.h"
 #include "support/Scadenze.h"
 #include "support/TestDoubles.h"
 #include "support/XvfbSession.h"
@@ -49,7 +50,7 @@ class TestPrimoClic : public QObject
     XvfbSession *x = nullptr;
     QProcess quadrivo;
     std::unique_ptr<QTemporaryDir> lavoro;
-    std::vector<std::unique_ptr<QProcess>> carichi;
+    CoriOccupati carico;
 
     // Places in the start window (its own coordinates) and in the author's.
     QPoint voceAutore, credito, rigaSimboli, chiudi;
@@ -128,27 +129,6 @@ class TestPrimoClic : public QObject
         return true;
     }
 
-    void carico(bool occupato)
-    {
-        if (!occupato) {
-            for (auto &p : carichi) {
-                p->kill();
-                p->waitForFinished(5000);
-            }
-            carichi.clear();
-            return;
-        }
-        // Both cores busy, as when other work runs beside the program.
-        while (carichi.size() < 2) {
-            auto p = std::make_unique<QProcess>();
-            p->start(QStringLiteral("sh"),
-                     {QStringLiteral("-c"), QStringLiteral("while :; do :; done")});
-            if (!p->waitForStarted(5000))
-                return;
-            carichi.push_back(std::move(p));
-        }
-    }
-
 private slots:
     void initTestCase()
     {
@@ -193,7 +173,7 @@ private slots:
 
     void cleanupTestCase()
     {
-        carico(false);
+        QVERIFY(carico.imposta(false));
         if (quadrivo.state() != QProcess::NotRunning) {
             quadrivo.kill();
             quadrivo.waitForFinished(5000);
@@ -227,7 +207,7 @@ private slots:
         QFETCH(QString, bersaglio);
         const QPoint dove = bersaglio == QLatin1String("Label5") ? credito : rigaSimboli;
         QFETCH(bool, occupato);
-        carico(occupato);
+        QVERIFY(carico.imposta(occupato));
         if (quadrivo.state() == QProcess::NotRunning)
             QVERIFY(avvia());
 
