@@ -3,7 +3,8 @@
 #include "core/SchedeClasse.h"
 
 AppContext::AppContext(QObject *parent)
-    : QObject(parent), m_registro(std::make_unique<RegistroSerie>())
+    : QObject(parent), m_registro(std::make_unique<RegistroSerie>()),
+      m_voce(std::make_unique<Voce>())
 {
 }
 
@@ -24,4 +25,9 @@ SchedeClasse *AppContext::schedeClasse()
 void AppContext::setRegistro(std::unique_ptr<RegistroSerie> registro)
 {
     m_registro = registro ? std::move(registro) : std::make_unique<RegistroSerie>();
+}
+
+void AppContext::setVoce(std::unique_ptr<Voce> voce)
+{
+    m_voce = voce ? std::move(voce) : std::make_unique<Voce>();
 }

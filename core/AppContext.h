@@ -2,6 +2,7 @@
 
 #include "core/RegistroSerie.h"
 #include "core/StatoCondiviso.h"
+#include "core/Voce.h"
 #include "platform/Services.h"
 
 #include <QObject>
@@ -37,6 +38,10 @@ public:
     // until one is wired (app/Avvio, or a test).
     RegistroSerie &registro() { return *m_registro; }
     void setRegistro(std::unique_ptr<RegistroSerie> registro);
+    // The voice that reads the exercise aloud; silent until one is wired
+    // (app/Avvio, or a test).
+    Voce &voce() { return *m_voce; }
+    void setVoce(std::unique_ptr<Voce> voce);
 
 signals:
     // The generator drew an exercise type; the drill screen shows it.
@@ -46,4 +51,5 @@ private:
     FabbricaSchedeClasse m_fabbricaSchedeClasse;
     std::unique_ptr<SchedeClasse> m_schedeClasse;
     std::unique_ptr<RegistroSerie> m_registro;
+    std::unique_ptr<Voce> m_voce;
 };

@@ -1,5 +1,7 @@
 #include "platform/Control.h"
 
+#include "platform/Services.h"
+
 #include "platform/Accessibility.h"
 #include "platform/Form.h"
 #include "platform/KeyCodes.h"
@@ -221,14 +223,14 @@ void Control::setFont(const FontDef &def)
 {
     if (!m_widget)
         return;
-    QFont f = m_widget->font();
+    QFont f = fontProgetto();
     if (!def.family.isEmpty())
         f.setFamily(def.family);
     if (def.size > 0)
         f.setPointSizeF(def.size);
     f.setBold(def.bold);
     f.setItalic(def.italic);
-    m_widget->setFont(f);
+    impostaFont(f);
     m_widget->update();
 }
 
@@ -236,27 +238,48 @@ void Control::setFontSize(double points)
 {
     if (!m_widget)
         return;
-    QFont f = m_widget->font();
+    QFont f = fontProgetto();
     f.setPointSizeF(points);
-    m_widget->setFont(f);
+    impostaFont(f);
 }
 
 void Control::setFontBold(bool bold)
 {
     if (!m_widget)
         return;
-    QFont f = m_widget->font();
+    QFont f = fontProgetto();
     f.setBold(bold);
-    m_widget->setFont(f);
+    impostaFont(f);
 }
 
 void Control::setFontName(const QString &family)
 {
     if (!m_widget)
         return;
-    QFont f = m_widget->font();
+    QFont f = fontProgetto();
     f.setFamily(family);
-    m_widget->setFont(f);
+    impostaFont(f);
+}
+
+QFont Control::fontProgetto() const
+{
+    if (m_fontProprio)
+        return m_fontProgetto;
+    return m_widget ? m_widget->font() : QFont();
+}
+
+void Control::impostaFont(const QFont &progettato)
+{
+    m_fontProgetto = progettato;
+    m_fontProprio = true;
+    if (m_widget)
+        m_widget->setFont(m_form.services().caratteriLeggibili().adatta(progettato));
+}
+
+void Control::applicaCaratteri()
+{
+    if (m_fontProprio && m_widget)
+        m_widget->setFont(m_form.services().caratteriLeggibili().adatta(m_fontProgetto));
 }
 
 QString Control::ToolTipText() const

@@ -148,4 +148,17 @@ protected:
 public:
     // Re-applies a docked control's edge after its container changed size.
     void redock();
+    // Sets the widget's font again from the designed one, as the
+    // high-readability switch now wants it.
+    void applicaCaratteri();
+
+protected:
+    // The font the design (or the program) gave the control, before the
+    // high-readability switch.
+    QFont fontProgetto() const;
+    void impostaFont(const QFont &progettato);
+
+private:
+    QFont m_fontProgetto;
+    bool m_fontProprio = false;
 };

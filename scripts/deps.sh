@@ -24,6 +24,9 @@ QUADRIVO_PACKAGES=(
     # the pupils' register: Qt SQL's SQLite and PostgreSQL drivers, and a
     # PostgreSQL server the tests start privately
     libqt6sql6-sqlite libqt6sql6-psql postgresql
+    # reading aloud: espeak-ng's library (loaded at first use; the header at
+    # build time) and its Italian voice; the high-readability font
+    libespeak-ng1 libespeak-ng-dev espeak-ng-data fonts-opendyslexic
 )
 
 ensure_packages() {

@@ -72,6 +72,9 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
         {.kind = K::Menu, .name = "mnuOpzioni", .caption = "Opzioni"},
         {.kind = K::Menu, .name = "mnuAvvertenza", .caption = "Avvertenza"},
         {.kind = K::Menu, .name = "mnuRegistro", .caption = "Registro"},
+        {.kind = K::Menu, .name = "mnuVoce", .caption = "Voce"},
+        {.kind = K::Menu, .name = "mnuLettura", .in = "mnuVoce", .caption = "Leggi ad alta voce", .checkable = true},
+        {.kind = K::Menu, .name = "mnuLeggibili", .in = "mnuVoce", .caption = "Caratteri ad alta leggibilità", .checkable = true},
     });
     // clang-format on
 
@@ -97,6 +100,8 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
     mnuOpzioni = &get<Menu>("mnuOpzioni");
     mnuAvvertenza = &get<Menu>("mnuAvvertenza");
     mnuRegistro = &get<Menu>("mnuRegistro");
+    mnuLettura = &get<Menu>("mnuLettura");
+    mnuLeggibili = &get<Menu>("mnuLeggibili");
 
     // The curtain covers everything while it opens.
     Picture1->ZOrder(0);
@@ -145,6 +150,8 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
     mnuAutore->Click = [this] { mnuAutore_Click(); };
     // mnuAvvertenza has no action.
     mnuRegistro->Click = [this] { mnuRegistro_Click(); };
+    mnuLettura->Click = [this] { mnuLettura_Click(); };
+    mnuLeggibili->Click = [this] { mnuLeggibili_Click(); };
 }
 
 // ---- Load, resize, unload ----
@@ -153,6 +160,8 @@ void FrmInizio::Form_Load()
 {
     StatoCondiviso &s = m_ctx.stato;
     AperturaTendine();
+    mnuLettura->setChecked(m_ctx.voce().attiva());
+    mnuLeggibili->setChecked(m_ctx.caratteriLeggibili().attivi());
     s.FamigliaSimboli = 1;
     RegistraPosizioni();
     runSuppressed({
@@ -511,4 +520,18 @@ void FrmInizio::LeggiLivelli(const QString &strNomefile)
 void FrmInizio::SalvaLivello()
 {
     FileLivelli::SalvaLivello(m_ctx);
+}
+
+// ---- Voce ----
+
+void FrmInizio::mnuLettura_Click()
+{
+    m_ctx.voce().setAttiva(!mnuLettura->Checked());
+    mnuLettura->setChecked(m_ctx.voce().attiva());
+}
+
+void FrmInizio::mnuLeggibili_Click()
+{
+    m_ctx.setCaratteriLeggibili(!mnuLeggibili->Checked());
+    mnuLeggibili->setChecked(m_ctx.caratteriLeggibili().attivi());
 }

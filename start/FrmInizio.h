@@ -76,6 +76,9 @@ private:
     void mnuAutore_Click();
     // The pupils' register, a teacher's view of the series kept.
     void mnuRegistro_Click();
+    // Reading aloud and the high-readability font, kept for the next run.
+    void mnuLettura_Click();
+    void mnuLeggibili_Click();
 
     AppContext &m_ctx;
     Resize::Posizioni Posizioni;
@@ -87,6 +90,7 @@ private:
     PictureBox *Picture1, *Picture2;
     Timer *timerTendine;
     Menu *mnuStampa, *mnuAutore, *mnuOpzioni, *mnuAvvertenza, *mnuRegistro;
+    Menu *mnuLettura, *mnuLeggibili;
 
     bool BloccoSpazio1 = false, BloccoTasto1 = false;
     bool BloccoSpazio2 = false, BloccoTasto2 = false;

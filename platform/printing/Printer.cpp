@@ -1,5 +1,6 @@
 #include "platform/printing/Printer.h"
 
+#include "platform/CaratteriLeggibili.h"
 #include "platform/RuntimeError.h"
 #include "platform/printing/PrinterFonts.h"
 
@@ -58,6 +59,19 @@ void Printer::setCurrentY(double twips)
 
 void Printer::Print(const QString &text)
 {
+    // In the high-readability font a row that would pass the printable
+    // width is printed smaller, that row only; the next starts where the
+    // designed font would have put it.
+    if (m_caratteri && m_caratteri->attivi()) {
+        const double altezza = TextHeight();
+        while (m_riduzione > 0.3 && m_x + TextWidth(text) > ScaleWidth())
+            m_riduzione *= 0.95;
+        printLine(text, m_x, m_y);
+        m_riduzione = 1;
+        m_x = 0;
+        m_y += altezza;
+        return;
+    }
     printLine(text, m_x, m_y);
     m_x = 0;
     m_y += TextHeight();
@@ -157,5 +171,9 @@ QFont Printer::font() const
     QFont f(m_fontName);
     f.setPointSizeF(m_fontSize);
     f.setBold(m_fontBold);
+    if (m_caratteri && m_caratteri->attivi()) {
+        f = m_caratteri->adatta(f);
+        f.setPointSizeF(f.pointSizeF() * m_riduzione);
+    }
     return f;
 }
