@@ -1,6 +1,8 @@
 #include "voce/MotoreEspeak.h"
 
 #include <QLibrary>
+#include <QMutexLocker>
+#include <map>
 #include <QtEndian>
 
 #include <espeak-ng/speak_lib.h>
@@ -57,21 +59,35 @@ struct MotoreEspeak::Funzioni
     decltype(&espeak_SetParameter) setParameter = nullptr;
     decltype(&espeak_Synth) synth = nullptr;
     decltype(&espeak_Synchronize) synchronize = nullptr;
-    decltype(&espeak_Terminate) terminate = nullptr;
 };
+
+MotoreEspeak &MotoreEspeak::di(const QString &libreria)
+{
+    static QMutex mutex;
+    // Never destroyed: ending the library and starting it again hangs it,
+    // and at exit the process lets it go with everything else.
+    static auto *motori = new std::map<QString, MotoreEspeak *>;
+    QMutexLocker blocco(&mutex);
+    MotoreEspeak *&m = (*motori)[libreria];
+    if (!m)
+        m = new MotoreEspeak(libreria);
+    return *m;
+}
 
 MotoreEspeak::MotoreEspeak(const QString &libreria) : m_libreria(libreria) {}
 
 MotoreEspeak::~MotoreEspeak()
 {
-    // The library stays mapped: unloading it while the process runs gains
-    // nothing and its own threads may still be ending.
-    if (m_inizializzato)
-        m_f->terminate();
     delete m_f;
 }
 
 QString MotoreEspeak::carica()
+{
+    QMutexLocker blocco(&m_mutex);
+    return caricaGiaBloccato();
+}
+
+QString MotoreEspeak::caricaGiaBloccato()
 {
     if (m_provato)
         return m_errore;
@@ -93,9 +109,8 @@ QString MotoreEspeak::carica()
     f->synth = reinterpret_cast<decltype(f->synth)>(libreria.resolve("espeak_Synth"));
     f->synchronize =
         reinterpret_cast<decltype(f->synchronize)>(libreria.resolve("espeak_Synchronize"));
-    f->terminate = reinterpret_cast<decltype(f->terminate)>(libreria.resolve("espeak_Terminate"));
     if (!f->initialize || !f->setSynthCallback || !f->setVoiceByName || !f->setParameter ||
-        !f->synth || !f->synchronize || !f->terminate) {
+        !f->synth || !f->synchronize) {
         m_errore = QStringLiteral("la libreria della sintesi vocale non è quella attesa");
         return m_errore;
     }
@@ -104,7 +119,6 @@ QString MotoreEspeak::carica()
         m_errore = QStringLiteral("i dati della sintesi vocale (espeak-ng-data) non ci sono");
         return m_errore;
     }
-    m_inizializzato = true;
     f->setSynthCallback(riceviCampioni);
     if (f->setVoiceByName("it") != EE_OK) {
         m_errore = QStringLiteral("manca la voce italiana");
@@ -116,7 +130,8 @@ QString MotoreEspeak::carica()
 
 QByteArray MotoreEspeak::sintetizza(const QString &frase, const std::function<bool()> &interrotta)
 {
-    if (!carica().isEmpty())
+    QMutexLocker blocco(&m_mutex);
+    if (!caricaGiaBloccato().isEmpty())
         return {};
     Raccolta r;
     r.interrotta = &interrotta;

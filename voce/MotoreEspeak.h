@@ -2,17 +2,20 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QMutex>
 #include <functional>
 
 // espeak-ng's library, loaded when first needed (never at start-up) and
 // used in its synchronous mode: a sentence becomes 16-bit mono samples in
 // memory, a WAV image the program plays itself. The library keeps one state
-// per process: use one engine, from one thread at a time.
+// per process and cannot be started again once ended: there is one engine
+// per library for the whole run, shared, one sentence at a time.
 class MotoreEspeak
 {
 public:
-    explicit MotoreEspeak(const QString &libreria = QStringLiteral("libespeak-ng.so.1"));
-    ~MotoreEspeak();
+    // The engine of that library, made at the first call and kept until the
+    // process ends.
+    static MotoreEspeak &di(const QString &libreria = QStringLiteral("libespeak-ng.so.1"));
     MotoreEspeak(const MotoreEspeak &) = delete;
     MotoreEspeak &operator=(const MotoreEspeak &) = delete;
 
@@ -27,11 +30,15 @@ public:
     static constexpr int Velocita = 150;
 
 private:
+    explicit MotoreEspeak(const QString &libreria);
+    ~MotoreEspeak();
+    QString caricaGiaBloccato();
+
+    QMutex m_mutex;
     struct Funzioni;
     QString m_libreria;
     Funzioni *m_f = nullptr;
     bool m_provato = false;
     QString m_errore;
     int m_frequenza = 0;
-    bool m_inizializzato = false;
 };

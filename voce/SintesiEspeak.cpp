@@ -16,10 +16,8 @@ SintesiEspeak::~SintesiEspeak()
 {
     ++*m_generazione;
     if (m_filo) {
-        // The engine ends on the thread that used it, after the sentences
-        // still queued there (each sees it was overtaken and makes nothing).
-        QMetaObject::invokeMethod(
-            m_lavoratore, [this] { m_motore.reset(); }, Qt::BlockingQueuedConnection);
+        // The sentences still queued there see they were overtaken and make
+        // nothing.
         m_filo->quit();
         m_filo->wait();
         delete m_lavoratore;
@@ -51,12 +49,11 @@ void SintesiEspeak::pronuncia(const QString &frase)
         m_filo->setObjectName(QStringLiteral("SintesiEspeak"));
         m_lavoratore = new QObject;
         m_lavoratore->moveToThread(m_filo);
-        m_motore = std::make_shared<MotoreEspeak>(m_libreria);
         m_filo->start();
     }
     ++m_inCorso;
     auto contatore = m_generazione;
-    auto motore = m_motore;
+    const QString libreria = m_libreria;
     QMetaObject::invokeMethod(
         m_lavoratore,
         [=, this] {
@@ -64,9 +61,11 @@ void SintesiEspeak::pronuncia(const QString &frase)
             QString errore;
             // A sentence already overtaken by another is not made at all.
             if (*contatore == generazione) {
-                errore = motore->carica();
+                // The library is loaded here, at the first sentence.
+                MotoreEspeak &motore = MotoreEspeak::di(libreria);
+                errore = motore.carica();
                 if (errore.isEmpty())
-                    wav = motore->sintetizza(frase, [&] { return *contatore != generazione; });
+                    wav = motore.sintetizza(frase, [&] { return *contatore != generazione; });
             }
             // This object outlives the thread: its destructor joins it.
             QMetaObject::invokeMethod(

@@ -44,7 +44,6 @@ private:
     std::unique_ptr<AlsaPlayer> m_suono;
     QThread *m_filo = nullptr;
     QObject *m_lavoratore = nullptr; // lives on m_filo
-    std::shared_ptr<MotoreEspeak> m_motore;
     std::shared_ptr<std::atomic<quint64>> m_generazione;
     std::atomic<int> m_inCorso{0};
 };
