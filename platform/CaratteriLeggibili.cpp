@@ -48,15 +48,30 @@ QFont CaratteriLeggibili::leggibile(const QFont &progettato)
     if (progettato.family() == Famiglia || progettato.family() == FamigliaMono)
         return progettato;
     QFont f = progettato;
-    f.setFamilies({monospaziato(progettato) ? FamigliaMono : Famiglia});
-    const double riga = QFontMetricsF(progettato, &misura()).lineSpacing();
-    const double propria = QFontMetricsF(f, &misura()).lineSpacing();
-    if (riga > 0 && propria > 0) {
-        if (progettato.pointSizeF() > 0)
-            f.setPointSizeF(progettato.pointSizeF() * riga / propria);
-        else if (progettato.pixelSize() > 0)
-            f.setPixelSize(std::max(1, qRound(progettato.pixelSize() * riga / propria)));
+    const bool mono = monospaziato(progettato);
+    f.setFamilies({mono ? FamigliaMono : Famiglia});
+    if (!mono) {
+        // The same size: OpenDyslexic's letters are then a little taller
+        // than the designed ones, and its ink stays within the designed
+        // line (its own line is taller only by the blank it keeps around).
+        f.setLetterSpacing(QFont::PercentageSpacing, Spaziatura);
+        return f;
     }
-    f.setLetterSpacing(QFont::PercentageSpacing, Spaziatura);
+    // A monospaced font keeps its designed advance exactly, so columns and
+    // numbers spread with blanks stand where they were designed and a row
+    // is as wide as designed: the size comes down if the new letters are
+    // wider, and any difference left becomes letter spacing.
+    const double passo = QFontMetricsF(progettato, &misura()).horizontalAdvance(QLatin1Char('0'));
+    double proprio = QFontMetricsF(f, &misura()).horizontalAdvance(QLatin1Char('0'));
+    if (proprio > passo && proprio > 0) {
+        if (f.pointSizeF() > 0)
+            f.setPointSizeF(f.pointSizeF() * passo / proprio);
+        else if (f.pixelSize() > 0)
+            f.setPixelSize(std::max(1, int(f.pixelSize() * passo / proprio)));
+        proprio = QFontMetricsF(f, &misura()).horizontalAdvance(QLatin1Char('0'));
+    }
+    // As a share of the advance, so it holds on screen and paper alike.
+    if (proprio > 0)
+        f.setLetterSpacing(QFont::PercentageSpacing, 100 * passo / proprio);
     return f;
 }

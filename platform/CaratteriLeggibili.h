@@ -5,12 +5,11 @@
 #include <functional>
 
 // The high-readability font of every screen and printout: when on, each
-// designed font becomes OpenDyslexic (OpenDyslexicMono for a monospaced
-// one, so columns stay aligned) with wider letter spacing, at the size whose
-// line is as tall as the designed font's. Rows drawn where the design puts
-// them therefore never overlap, and the letters come out larger than the
-// designed ones (OpenDyslexic's lower case is tall). Off, fonts are as
-// designed.
+// designed font becomes OpenDyslexic at the same size with wider letter
+// spacing, or OpenDyslexicMono for a monospaced one, at the designed
+// advance so columns and row widths stay as designed. Rows keep their
+// designed places: OpenDyslexic's ink fits in the designed line, its own
+// line is taller only by blank space. Off, fonts are as designed.
 class CaratteriLeggibili
 {
 public:

@@ -265,7 +265,11 @@ QFont Control::fontProgetto() const
 {
     if (m_fontProprio)
         return m_fontProgetto;
-    return m_widget ? m_widget->font() : QFont();
+    // What the widget inherits, as designed: the container's or the
+    // screen's, never their high-readability form.
+    if (m_container)
+        return m_container->fontProgetto();
+    return m_form.fontProgetto();
 }
 
 void Control::impostaFont(const QFont &progettato)

@@ -82,6 +82,8 @@ public:
     // The screen and its controls in the fonts the high-readability switch
     // now wants.
     void applicaCaratteri();
+    // The screen's font as designed, whatever the switch.
+    QFont fontProgetto() const { return m_fontProprio ? m_fontProgetto : font(); }
 
 signals:
     // Hidden or unloaded: a modal show returns.

@@ -26,12 +26,15 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QMenu>
 #include <QTest>
 #include <cstdio>
 
 namespace {
 
 QString cartella;
+// The second round: every screen in the high-readability font.
+bool leggibili = false;
 
 void salva(Form &schermo, const QString &nome)
 {
@@ -156,6 +159,7 @@ public:
 void scattiSchede()
 {
     AppContext ctx;
+    ctx.setCaratteriLeggibili(leggibili);
     ctx.setNotifications(std::make_unique<NotiziaInConsole>());
     auto pdf = std::make_unique<PdfFilePrinter>(ctx);
     pdf->setOutputDirectory(cartella);
@@ -226,19 +230,28 @@ void scattiResoconto(AppContext &ctx)
     resoconto.Unload();
 }
 
-int main(int argc, char *argv[])
+// The start screen's menu "Voce" opened, as a picture of its own.
+void scattoMenuVoce(FrmInizio &inizio)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    Avvio::preparaApplicazione();
-    cartella = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("screenshots");
-    QDir().mkpath(cartella);
+    QMenu *menu = inizio.get<Menu>("mnuVoce").action()->menu();
+    menu->popup(inizio.mapToGlobal(QPoint(0, 0)));
+    QApplication::processEvents();
+    const QString file = QDir(cartella).filePath(QStringLiteral("FrmInizio-menuVoce-1x.png"));
+    menu->grab().save(file);
+    std::printf("%s\n", qPrintable(file));
+    menu->hide();
+}
 
+void tuttiGliSchermi()
+{
+    QDir().mkpath(cartella);
     AppContext ctx;
+    ctx.setCaratteriLeggibili(leggibili);
     auto &inizio = ctx.form<FrmInizio>();
     inizio.Show();
     apriTendina(inizio);
     salva(inizio, QStringLiteral("FrmInizio-start"));
+    scattoMenuVoce(inizio);
 
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     salva(inizio, QStringLiteral("FrmInizio-order"));
@@ -257,5 +270,20 @@ int main(int argc, char *argv[])
     scattiResoconto(ctx);
     scattiOpzioni(ctx);
     scattiSchede();
+    ctx.screens().unloadAll();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+int main(int argc, char *argv[])
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    Avvio::preparaApplicazione();
+    cartella = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("screenshots");
+    tuttiGliSchermi();
+    // The same screens in the high-readability font, in a folder of their own.
+    cartella = QDir(cartella).filePath(QStringLiteral("leggibili"));
+    leggibili = true;
+    tuttiGliSchermi();
     return 0;
 }

@@ -90,7 +90,9 @@ void PictureBox::Print(const QString &text)
 {
     ensureImage();
     const QFont carattere = m_form.services().caratteriLeggibili().adatta(m_font);
-    const QFontMetricsF fm(carattere, widget());
+    // Rows keep the designed font's places; the high-readability letters
+    // sit on the designed baseline.
+    const QFontMetricsF fm(m_font, widget());
     m_printed.append({text, CurrentX, CurrentY, carattere, m_ink});
     if (!text.trimmed().isEmpty())
         applyAccessibleText();
@@ -115,8 +117,7 @@ double PictureBox::TextWidth(const QString &text) const
 
 double PictureBox::TextHeight(const QString &) const
 {
-    return QFontMetricsF(m_form.services().caratteriLeggibili().adatta(m_font), widget())
-        .height();
+    return QFontMetricsF(m_font, widget()).height();
 }
 
 QImage PictureBox::Image() const

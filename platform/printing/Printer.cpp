@@ -63,6 +63,7 @@ void Printer::Print(const QString &text)
     // width is printed smaller, that row only; the next starts where the
     // designed font would have put it.
     if (m_caratteri && m_caratteri->attivi()) {
+        // The next row goes where the design puts it.
         const double altezza = TextHeight();
         while (m_riduzione > 0.3 && m_x + TextWidth(text) > ScaleWidth())
             m_riduzione *= 0.95;
@@ -158,7 +159,8 @@ QString Printer::Fonts(int index) const
 
 double Printer::TextHeight() const
 {
-    return QFontMetricsF(font(), &twipDevice()).lineSpacing();
+    // Rows are spaced as designed, in the high-readability font too.
+    return QFontMetricsF(fontProgettato(), &twipDevice()).lineSpacing();
 }
 
 double Printer::TextWidth(const QString &text) const
@@ -166,11 +168,17 @@ double Printer::TextWidth(const QString &text) const
     return QFontMetricsF(font(), &twipDevice()).horizontalAdvance(text);
 }
 
-QFont Printer::font() const
+QFont Printer::fontProgettato() const
 {
     QFont f(m_fontName);
     f.setPointSizeF(m_fontSize);
     f.setBold(m_fontBold);
+    return f;
+}
+
+QFont Printer::font() const
+{
+    QFont f = fontProgettato();
     if (m_caratteri && m_caratteri->attivi()) {
         f = m_caratteri->adatta(f);
         f.setPointSizeF(f.pointSizeF() * m_riduzione);

@@ -79,6 +79,8 @@ protected:
     // The current font, its size in points: the designed one, or its
     // high-readability form when that switch is on.
     QFont font() const;
+    // The current font as the program set it, whatever the switch.
+    QFont fontProgettato() const;
 
     virtual void printLine(const QString &text, double x, double y) = 0;
     virtual void paintPicture(const QImage &picture, double x, double y) = 0;
