@@ -159,6 +159,12 @@ protected:
     void impostaFont(const QFont &progettato);
 
 private:
+    // In the high-readability font, a caption that would not fit its box
+    // is drawn smaller, that control only.
+    void adattaAlRiquadro();
+
     QFont m_fontProgetto;
     bool m_fontProprio = false;
+    // A control that inherits its font was given a smaller one to fit.
+    bool m_ridotto = false;
 };
