@@ -9,6 +9,7 @@
 #include "voce/LetturaVoce.h"
 #include "voce/SintesiEspeak.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QElapsedTimer>
 #include <QMenu>
@@ -270,11 +271,23 @@ private slots:
         QVERIFY(voce.action()->menu()->actions().contains(leggibili.action()));
         QVERIFY(!lettura.Checked());
         QVERIFY(!leggibili.Checked());
+        // Assistive tools hear both as choices with their state.
+        auto statoLetto = [&](const QString &nome) {
+            QAccessibleInterface *menu = QAccessible::queryAccessibleInterface(voce.action()->menu());
+            for (int i = 0; menu && i < menu->childCount(); ++i)
+                if (menu->child(i)->text(QAccessible::Name) == nome)
+                    return menu->child(i)->state();
+            return QAccessible::State();
+        };
+        QVERIFY(statoLetto(QStringLiteral("Leggi ad alta voce")).checkable);
+        QVERIFY(!statoLetto(QStringLiteral("Leggi ad alta voce")).checked);
+        QVERIFY(statoLetto(QStringLiteral("Caratteri ad alta leggibilità")).checkable);
         // Nothing written until the user chooses.
         QVERIFY(!QFile::exists(file));
 
         lettura.action()->trigger();
         QVERIFY(lettura.Checked());
+        QVERIFY(statoLetto(QStringLiteral("Leggi ad alta voce")).checked);
         QVERIFY((*t)->voce().attiva());
         leggibili.action()->trigger();
         QVERIFY(leggibili.Checked());
