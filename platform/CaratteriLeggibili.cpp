@@ -1,6 +1,7 @@
 #include "platform/CaratteriLeggibili.h"
 
 #include <QFontInfo>
+#include <QHash>
 #include <QFontMetricsF>
 #include <QImage>
 
@@ -25,8 +26,15 @@ const QPaintDevice &misura()
 bool monospaziato(const QFont &f)
 {
     const QString famiglia = f.family().toLower();
-    return famiglia.contains(QStringLiteral("courier")) ||
-           famiglia.contains(QStringLiteral("mono")) || QFontInfo(f).fixedPitch();
+    if (famiglia.contains(QStringLiteral("courier")) || famiglia.contains(QStringLiteral("mono")))
+        return true;
+    // Asking the font system is slow: once per family. The answer is the
+    // same for the whole run.
+    static QHash<QString, bool> fisso;
+    auto it = fisso.constFind(famiglia);
+    if (it == fisso.constEnd())
+        it = fisso.insert(famiglia, QFontInfo(f).fixedPitch());
+    return *it;
 }
 
 } // namespace

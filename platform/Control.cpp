@@ -282,6 +282,7 @@ void Control::impostaFont(const QFont &progettato)
     m_fontProprio = true;
     if (m_widget)
         m_widget->setFont(m_form.services().caratteriLeggibili().adatta(progettato));
+    m_adattoTesto.clear();
     adattaAlRiquadro();
 }
 
@@ -289,6 +290,7 @@ void Control::applicaCaratteri()
 {
     if (m_fontProprio && m_widget)
         m_widget->setFont(m_form.services().caratteriLeggibili().adatta(m_fontProgetto));
+    m_adattoTesto.clear();
     adattaAlRiquadro();
 }
 
@@ -305,6 +307,7 @@ void Control::adattaAlRiquadro()
     };
     if (!caratteri.attivi() || m_caption.isEmpty()) {
         eredita();
+        m_adattoTesto.clear();
         return;
     }
     QRectF riquadro;
@@ -323,6 +326,12 @@ void Control::adattaAlRiquadro()
     if (riquadro.width() < 4 || riquadro.height() < 4)
         return;
     const QFont progettato = fontProgetto();
+    if (m_caption == m_adattoTesto && m_widget->size() == m_adattoRiquadro &&
+        progettato == m_adattoFont)
+        return;
+    m_adattoTesto = m_caption;
+    m_adattoRiquadro = m_widget->size();
+    m_adattoFont = progettato;
     const QFont pieno = caratteri.adatta(progettato);
     // OpenDyslexic's line keeps more blank above and below than the
     // designed font's, its ink does not: a caption fits when it is no wider

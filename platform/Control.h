@@ -167,4 +167,8 @@ private:
     bool m_fontProprio = false;
     // A control that inherits its font was given a smaller one to fit.
     bool m_ridotto = false;
+    // What the last fit was worked out for: the same again needs no work.
+    QString m_adattoTesto;
+    QSize m_adattoRiquadro;
+    QFont m_adattoFont;
 };

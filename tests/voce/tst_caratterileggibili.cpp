@@ -1,9 +1,11 @@
+#include "certificate/FrmAttestato.h"
 #include "drill/frmOperativo.h"
 #include "platform/CaratteriLeggibili.h"
 #include "platform/Fonts.h"
 #include "platform/controls/CommandButton.h"
 #include "platform/controls/Menu.h"
 #include "platform/controls/OptionButton.h"
+#include "platform/controls/PictureBox.h"
 #include "platform/printing/PdfFilePrinter.h"
 #include "platform/printing/Printers.h"
 #include "report/FrmStampaEsercizio2.h"
@@ -20,6 +22,7 @@
 #include <QFontMetricsF>
 #include <QMenuBar>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -283,6 +286,41 @@ private slots:
         QVERIFY(stampato.text().simplified().contains(QStringLiteral("R.4 uk 7 h")));
         righeNellaPaginaESeparate(stampante->lastFile(), int(stampato.lines().size()),
                                   stampante->ScaleWidth());
+    }
+
+    void lAttestatoStampatoNelCarattere()
+    {
+        QTemporaryDir cartella;
+        PdfFilePrinter *stampante = nullptr;
+        stampanteSuFile(cartella, &stampante);
+        (*t)->setCaratteriLeggibili(true);
+        StatoCondiviso &s = (*t)->stato;
+        s.EsatteComplessive = 18;
+        s.NumeroEsercizio = 20;
+        s.NomeAttestato = QStringLiteral("MARIO");
+        auto &attestato = (*t)->form<FrmAttestato>();
+        QVERIFY(showActive(attestato));
+        // Every line of the picture drawn in the font, one under the other
+        // as designed.
+        const auto &righe = attestato.get<PictureBox>("Picture1").printedLines();
+        QVERIFY(righe.size() > 20);
+        for (const auto &riga : righe)
+            QCOMPARE(QFontInfo(riga.font).family(), CaratteriLeggibili::Famiglia);
+        mouseDown(attestato.get<OptionButton>("Option5", 0));
+        QVERIFY(t->errors->errors.isEmpty());
+        QVERIFY(QFileInfo::exists(stampante->lastFile()));
+        const QString fonts = caratteriDelPdf(stampante->lastFile());
+        QVERIFY2(fonts.contains(QStringLiteral("OpenDyslexic")), qPrintable(fonts));
+        QVERIFY2(!fonts.contains(QStringLiteral("Liberation")), qPrintable(fonts));
+        const PrintedPdf stampato(stampante->lastFile());
+        QVERIFY2(stampato.error().isEmpty(), qPrintable(stampato.error()));
+        // pdftotext takes wide letter spacing for blanks: the letters, in order.
+        QString lettere = stampato.text();
+        lettere.remove(QRegularExpression(QStringLiteral("\\s")));
+        QVERIFY2(lettere.contains(QStringLiteral("DIPLOMADIMERITO")), qPrintable(stampato.text()));
+        righeNellaPaginaESeparate(stampante->lastFile(), int(stampato.lines().size()),
+                                  stampante->ScaleWidth());
+        attestato.Unload();
     }
 };
 
