@@ -1,8 +1,8 @@
 #include "platform/CaratteriLeggibili.h"
 
 #include <QFontInfo>
-#include <QHash>
 #include <QFontMetricsF>
+#include <QHash>
 #include <QImage>
 
 const QString CaratteriLeggibili::Famiglia = QStringLiteral("OpenDyslexic");

@@ -339,8 +339,7 @@ void Control::adattaAlRiquadro()
     // ink (lines apart as the font wants) is no taller than the box.
     auto righe = [&](const QFont &carattere, double *larghezza, double *inchiostro) {
         const QFontMetricsF fm(carattere, m_widget);
-        const QRectF testo =
-            fm.boundingRect(QRectF(0, 0, riquadro.width(), 1e6), modo, m_caption);
+        const QRectF testo = fm.boundingRect(QRectF(0, 0, riquadro.width(), 1e6), modo, m_caption);
         const int n = std::max(1, qRound(testo.height() / fm.lineSpacing()));
         if (larghezza)
             *larghezza = testo.width();

@@ -11,7 +11,9 @@ ImpostazioniUtente::ImpostazioniUtente()
 {
 }
 
-ImpostazioniUtente::ImpostazioniUtente(const QString &file) : m_file(file) {}
+ImpostazioniUtente::ImpostazioniUtente(const QString &file) : m_file(file)
+{
+}
 
 bool ImpostazioniUtente::voce() const
 {

@@ -110,7 +110,8 @@ QString LetturaVoce::fraseTasto(const StatoCondiviso &s, const QString &caption)
 QString LetturaVoce::fraseSoluzione(const StatoCondiviso &s)
 {
     const QString parole = Parole::scomposizione(s.Risposta, misura(s));
-    return QStringLiteral("La soluzione è: ") + (parole.isEmpty() ? s.Risposta.simplified() : parole);
+    return QStringLiteral("La soluzione è: ") +
+           (parole.isEmpty() ? s.Risposta.simplified() : parole);
 }
 
 void LetturaVoce::domanda(const StatoCondiviso &s, const QString &testo)

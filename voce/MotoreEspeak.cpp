@@ -2,8 +2,8 @@
 
 #include <QLibrary>
 #include <QMutexLocker>
-#include <map>
 #include <QtEndian>
+#include <map>
 
 #include <espeak-ng/speak_lib.h>
 
@@ -74,7 +74,9 @@ MotoreEspeak &MotoreEspeak::di(const QString &libreria)
     return *m;
 }
 
-MotoreEspeak::MotoreEspeak(const QString &libreria) : m_libreria(libreria) {}
+MotoreEspeak::MotoreEspeak(const QString &libreria) : m_libreria(libreria)
+{
+}
 
 MotoreEspeak::~MotoreEspeak()
 {
@@ -99,9 +101,10 @@ QString MotoreEspeak::caricaGiaBloccato()
     }
     auto *f = new Funzioni;
     m_f = f;
-    f->initialize = reinterpret_cast<decltype(f->initialize)>(libreria.resolve("espeak_Initialize"));
-    f->setSynthCallback =
-        reinterpret_cast<decltype(f->setSynthCallback)>(libreria.resolve("espeak_SetSynthCallback"));
+    f->initialize =
+        reinterpret_cast<decltype(f->initialize)>(libreria.resolve("espeak_Initialize"));
+    f->setSynthCallback = reinterpret_cast<decltype(f->setSynthCallback)>(
+        libreria.resolve("espeak_SetSynthCallback"));
     f->setVoiceByName =
         reinterpret_cast<decltype(f->setVoiceByName)>(libreria.resolve("espeak_SetVoiceByName"));
     f->setParameter =

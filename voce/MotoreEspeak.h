@@ -1,8 +1,8 @@
 #pragma once
 
 #include <QByteArray>
-#include <QString>
 #include <QMutex>
+#include <QString>
 #include <functional>
 
 // espeak-ng's library, loaded when first needed (never at start-up) and

@@ -9,12 +9,12 @@ namespace Parole {
 namespace {
 
 const std::array<const char *, 20> Primi = {
-    "zero",    "uno",         "due",      "tre",        "quattro", "cinque",   "sei",
-    "sette",   "otto",        "nove",     "dieci",      "undici",  "dodici",   "tredici",
-    "quattordici", "quindici", "sedici",  "diciassette", "diciotto", "diciannove"};
-const std::array<const char *, 10> Decine = {"",          "",         "venti",    "trenta",
-                                             "quaranta",  "cinquanta", "sessanta", "settanta",
-                                             "ottanta",   "novanta"};
+    "zero",        "uno",      "due",    "tre",         "quattro",  "cinque",    "sei",
+    "sette",       "otto",     "nove",   "dieci",       "undici",   "dodici",    "tredici",
+    "quattordici", "quindici", "sedici", "diciassette", "diciotto", "diciannove"};
+const std::array<const char *, 10> Decine = {"",         "",          "venti",    "trenta",
+                                             "quaranta", "cinquanta", "sessanta", "settanta",
+                                             "ottanta",  "novanta"};
 
 // 0..99 without the final accent.
 QString sottoCento(int n)
@@ -66,26 +66,38 @@ struct Unita
 
 // Place symbols of the decimal system.
 const Unita Posti[] = {
-    {"uk", "migliaio", "migliaia", false}, {"h", "centinaio", "centinaia", false},
-    {"da", "decina", "decine", true},      {"u", "unità", "unità", true},
-    {"d", "decimo", "decimi", false},      {"c", "centesimo", "centesimi", false},
+    {"uk", "migliaio", "migliaia", false},  {"h", "centinaio", "centinaia", false},
+    {"da", "decina", "decine", true},       {"u", "unità", "unità", true},
+    {"d", "decimo", "decimi", false},       {"c", "centesimo", "centesimi", false},
     {"m", "millesimo", "millesimi", false},
 };
 
 // Units of length, mass and capacity.
 const Unita Misure[] = {
-    {"km", "chilometro", "chilometri", false},  {"hm", "ettometro", "ettometri", false},
-    {"dam", "decametro", "decametri", false},   {"m", "metro", "metri", false},
-    {"dm", "decimetro", "decimetri", false},    {"cm", "centimetro", "centimetri", false},
-    {"mm", "millimetro", "millimetri", false},  {"t", "tonnellata", "tonnellate", true},
-    {"q", "quintale", "quintali", false},       {"Mg", "miriagrammo", "miriagrammi", false},
-    {"kg", "chilogrammo", "chilogrammi", false}, {"hg", "ettogrammo", "ettogrammi", false},
-    {"dag", "decagrammo", "decagrammi", false}, {"g", "grammo", "grammi", false},
-    {"dg", "decigrammo", "decigrammi", false},  {"cg", "centigrammo", "centigrammi", false},
-    {"mg", "milligrammo", "milligrammi", false}, {"kl", "chilolitro", "chilolitri", false},
-    {"hl", "ettolitro", "ettolitri", false},    {"dal", "decalitro", "decalitri", false},
-    {"l", "litro", "litri", false},             {"dl", "decilitro", "decilitri", false},
-    {"cl", "centilitro", "centilitri", false},  {"ml", "millilitro", "millilitri", false},
+    {"km", "chilometro", "chilometri", false},
+    {"hm", "ettometro", "ettometri", false},
+    {"dam", "decametro", "decametri", false},
+    {"m", "metro", "metri", false},
+    {"dm", "decimetro", "decimetri", false},
+    {"cm", "centimetro", "centimetri", false},
+    {"mm", "millimetro", "millimetri", false},
+    {"t", "tonnellata", "tonnellate", true},
+    {"q", "quintale", "quintali", false},
+    {"Mg", "miriagrammo", "miriagrammi", false},
+    {"kg", "chilogrammo", "chilogrammi", false},
+    {"hg", "ettogrammo", "ettogrammi", false},
+    {"dag", "decagrammo", "decagrammi", false},
+    {"g", "grammo", "grammi", false},
+    {"dg", "decigrammo", "decigrammi", false},
+    {"cg", "centigrammo", "centigrammi", false},
+    {"mg", "milligrammo", "milligrammi", false},
+    {"kl", "chilolitro", "chilolitri", false},
+    {"hl", "ettolitro", "ettolitri", false},
+    {"dal", "decalitro", "decalitri", false},
+    {"l", "litro", "litri", false},
+    {"dl", "decilitro", "decilitri", false},
+    {"cl", "centilitro", "centilitri", false},
+    {"ml", "millilitro", "millilitri", false},
 };
 
 const Unita *trova(const QString &simbolo, bool misura)
@@ -108,8 +120,7 @@ const Unita *trova(const QString &simbolo, bool misura)
 
 bool iniziaConVocale(const QString &parola)
 {
-    return !parola.isEmpty() &&
-           QStringLiteral("aeiouàèéìòù").contains(parola.front().toLower());
+    return !parola.isEmpty() && QStringLiteral("aeiouàèéìòù").contains(parola.front().toLower());
 }
 
 } // namespace
@@ -192,8 +203,7 @@ QString quantita(const QString &numeroScritto, const QString &simbolo, bool misu
         const QString nome = QString::fromUtf8(u->singolare);
         if (!u->femminile)
             return QStringLiteral("un ") + nome;
-        return iniziaConVocale(nome) ? QStringLiteral("un'") + nome
-                                     : QStringLiteral("una ") + nome;
+        return iniziaConVocale(nome) ? QStringLiteral("un'") + nome : QStringLiteral("una ") + nome;
     }
     return cifre + QLatin1Char(' ') + QString::fromUtf8(u->plurale);
 }
@@ -213,9 +223,9 @@ QString scomposizione(const QString &risposta, bool misura)
 QString lettera(const QString &testo)
 {
     static const char *const Nomi[26] = {
-        "a",  "bi",   "ci",   "di",  "e",  "effe",     "gi",    "acca",      "i",
-        "i lunga", "cappa", "elle", "emme", "enne", "o", "pi", "cu", "erre",
-        "esse", "ti", "u",   "vu",   "doppia vu", "ics", "ipsilon", "zeta"};
+        "a",       "bi",    "ci",   "di",   "e",         "effe", "gi",      "acca", "i",
+        "i lunga", "cappa", "elle", "emme", "enne",      "o",    "pi",      "cu",   "erre",
+        "esse",    "ti",    "u",    "vu",   "doppia vu", "ics",  "ipsilon", "zeta"};
     const QString t = testo.trimmed();
     if (t.size() == 1) {
         const QChar c = t.front().toUpper();

@@ -5,8 +5,7 @@
 
 #include <QThread>
 
-SintesiEspeak::SintesiEspeak(const QString &libreria, const QString &dispositivo,
-                             QObject *parent)
+SintesiEspeak::SintesiEspeak(const QString &libreria, const QString &dispositivo, QObject *parent)
     : QObject(parent), m_libreria(libreria), m_dispositivo(dispositivo),
       m_generazione(std::make_shared<std::atomic<quint64>>(0))
 {

@@ -97,8 +97,11 @@ class TestCaratteriLeggibili : public QObject
             for (int x = 0; x < pagina.width(); ++x)
                 if (qGray(pagina.pixel(x, y)) < 160) {
                     inchiostro = true;
-                    QVERIFY2(x <= destra, qPrintable(QStringLiteral("inchiostro a %1, oltre %2 (riga %3)")
-                                                         .arg(x).arg(destra).arg(y)));
+                    QVERIFY2(x <= destra,
+                             qPrintable(QStringLiteral("inchiostro a %1, oltre %2 (riga %3)")
+                                            .arg(x)
+                                            .arg(destra)
+                                            .arg(y)));
                 }
             if (inchiostro && !inRiga)
                 ++bande;
@@ -127,11 +130,15 @@ private slots:
         QTest::addColumn<bool>("grassetto");
         QTest::addColumn<QString>("leggibile");
         QTest::newRow("Arial 10") << "Arial" << 10.0 << false << CaratteriLeggibili::Famiglia;
-        QTest::newRow("Arial 32 grassetto") << "Arial" << 32.0 << true << CaratteriLeggibili::Famiglia;
+        QTest::newRow("Arial 32 grassetto")
+            << "Arial" << 32.0 << true << CaratteriLeggibili::Famiglia;
         QTest::newRow("Arial 8") << "Arial" << 8.0 << false << CaratteriLeggibili::Famiglia;
-        QTest::newRow("Courier New 12") << "Courier New" << 12.0 << false << CaratteriLeggibili::FamigliaMono;
-        QTest::newRow("Courier New 8") << "Courier New" << 8.0 << false << CaratteriLeggibili::FamigliaMono;
-        QTest::newRow("Courier 14 grassetto") << "Courier" << 14.0 << true << CaratteriLeggibili::FamigliaMono;
+        QTest::newRow("Courier New 12")
+            << "Courier New" << 12.0 << false << CaratteriLeggibili::FamigliaMono;
+        QTest::newRow("Courier New 8")
+            << "Courier New" << 8.0 << false << CaratteriLeggibili::FamigliaMono;
+        QTest::newRow("Courier 14 grassetto")
+            << "Courier" << 14.0 << true << CaratteriLeggibili::FamigliaMono;
     }
     void laRegola()
     {
@@ -158,7 +165,8 @@ private slots:
         // packed a line apart: their ink stays within the designed line, so
         // rows printed at their designed places never touch.
         const QString riga = QStringLiteral("  0,563  u = R.0 u 5 d 6 c 3 m  \u00b0 (Sec.12)");
-        const QString piede = QStringLiteral("Livello di difficolt\u00e0: Scomposizione dei numeri");
+        const QString piede =
+            QStringLiteral("Livello di difficolt\u00e0: Scomposizione dei numeri");
         if (leggibile == CaratteriLeggibili::FamigliaMono)
             for (const QString &testo : {riga, piede})
                 QVERIFY2(dopo.tightBoundingRect(testo).height() < prima.lineSpacing(),
@@ -188,7 +196,8 @@ private slots:
     void gliSchermiNelCarattereEIndietro()
     {
         QList<Form *> schermi = {&(*t)->form<FrmInizio>(), &(*t)->form<frmNome>(),
-                                 &(*t)->form<FrmStampaSchede>(), &(*t)->form<FrmStampaEsercizio2>()};
+                                 &(*t)->form<FrmStampaSchede>(),
+                                 &(*t)->form<FrmStampaEsercizio2>()};
         QList<QMap<QString, QFont>> progettati;
         for (Form *s : schermi)
             progettati << caratteri(*s);
@@ -268,10 +277,11 @@ private slots:
         StatoCondiviso &s = (*t)->stato;
         // Twenty exercises, some with two wrong tries: the longest lines.
         for (int i = 1; i <= 20; ++i)
-            s.Operazioni[i] = i % 3 ? QStringLiteral("     4700  u = R.4 uk  7  h  (Sec.12)")
-                                    : QStringLiteral("  0,473  m = R.4 d  7  c  * "
-                                                     "                R.3 d  7  c  * "
-                                                     "                R.4 d  7  c  3  m  ° (Sec.124)");
+            s.Operazioni[i] =
+                i % 3 ? QStringLiteral("     4700  u = R.4 uk  7  h  (Sec.12)")
+                      : QStringLiteral("  0,473  m = R.4 d  7  c  * "
+                                       "                R.3 d  7  c  * "
+                                       "                R.4 d  7  c  3  m  ° (Sec.124)");
         s.NumeroEsercizio = 20;
         auto &resoconto = (*t)->form<FrmStampaEsercizio2>();
         QVERIFY(showActive(resoconto));

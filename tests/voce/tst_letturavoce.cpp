@@ -71,10 +71,10 @@ private slots:
         a->cancella();
         a->scrivi(QStringLiteral("4 uk  7  h  "));
         a->verifica();
-        QCOMPARE(frasi->frasi, (QStringList{"quattro", "migliaia", "sette", "centinaia",
-                                            "Cancella la risposta", "quattro", "migliaia",
-                                            "sette", "centinaia",
-                                            "Verifica la risposta. Errato. Ti aiuto?"}));
+        QCOMPARE(frasi->frasi,
+                 (QStringList{"quattro", "migliaia", "sette", "centinaia", "Cancella la risposta",
+                              "quattro", "migliaia", "sette", "centinaia",
+                              "Verifica la risposta. Errato. Ti aiuto?"}));
         frasi->frasi.clear();
 
         // "No", wrong again, "No": the program steps in, then shows the answer.
@@ -82,9 +82,9 @@ private slots:
         a->scrivi(QStringLiteral("4 uk  "));
         a->verifica();
         a->no();
-        QCOMPARE(frasi->frasi, (QStringList{"quattro", "migliaia",
-                                            "Verifica la risposta. Errato. Ti aiuto?",
-                                            "Intervengo io"}));
+        QCOMPARE(frasi->frasi,
+                 (QStringList{"quattro", "migliaia", "Verifica la risposta. Errato. Ti aiuto?",
+                              "Intervengo io"}));
         frasi->frasi.clear();
         a->ok();
         QCOMPARE(frasi->frasi,
@@ -188,8 +188,10 @@ private slots:
     {
         QTest::addColumn<QString>("libreria");
         QTest::addColumn<QString>("dispositivo");
-        QTest::newRow("nessuna libreria") << "libquadrivo-nessuna-voce.so.1" << "null";
-        QTest::newRow("nessun dispositivo") << "libespeak-ng.so.1" << "quadrivo_nessun_dispositivo";
+        QTest::newRow("nessuna libreria") << "libquadrivo-nessuna-voce.so.1"
+                                          << "null";
+        QTest::newRow("nessun dispositivo") << "libespeak-ng.so.1"
+                                            << "quadrivo_nessun_dispositivo";
     }
     void ilSintetizzatoreCheFallisceLoDiceUnaVolta()
     {
@@ -273,7 +275,8 @@ private slots:
         QVERIFY(!leggibili.Checked());
         // Assistive tools hear both as choices with their state.
         auto statoLetto = [&](const QString &nome) {
-            QAccessibleInterface *menu = QAccessible::queryAccessibleInterface(voce.action()->menu());
+            QAccessibleInterface *menu =
+                QAccessible::queryAccessibleInterface(voce.action()->menu());
             for (int i = 0; menu && i < menu->childCount(); ++i)
                 if (menu->child(i)->text(QAccessible::Name) == nome)
                     return menu->child(i)->state();

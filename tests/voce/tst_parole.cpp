@@ -118,20 +118,34 @@ private slots:
     {
         QTest::addColumn<QString>("scritto");
         QTest::addColumn<QString>("parole");
-        QTest::newRow("intero") << "473" << "quattrocentosettantatré";
-        QTest::newRow("punto delle migliaia") << "4.700" << "quattromilasettecento";
-        QTest::newRow("virgola") << "4,73" << "quattro virgola settantatré";
-        QTest::newRow("un decimale") << "4,7" << "quattro virgola sette";
-        QTest::newRow("zero dopo la virgola") << "4,05" << "quattro virgola zero cinque";
-        QTest::newRow("due zeri dopo la virgola") << "4,005" << "quattro virgola zero zero cinque";
-        QTest::newRow("zero dentro i decimali") << "4,705" << "quattro virgola settecentocinque";
-        QTest::newRow("zero prima della virgola") << "0,473" << "zero virgola quattrocentosettantatré";
-        QTest::newRow("zero dentro l'intero") << "4,07" << "quattro virgola zero sette";
-        QTest::newRow("intero con zeri") << "4007" << "quattromilasette";
-        QTest::newRow("decimali ventuno") << "3,21" << "tre virgola ventuno";
-        QTest::newRow("blank attorno") << "  47  " << "quarantasette";
-        QTest::newRow("non un numero") << "4a" << "";
-        QTest::newRow("vuoto") << "" << "";
+        QTest::newRow("intero") << "473"
+                                << "quattrocentosettantatré";
+        QTest::newRow("punto delle migliaia") << "4.700"
+                                              << "quattromilasettecento";
+        QTest::newRow("virgola") << "4,73"
+                                 << "quattro virgola settantatré";
+        QTest::newRow("un decimale") << "4,7"
+                                     << "quattro virgola sette";
+        QTest::newRow("zero dopo la virgola") << "4,05"
+                                              << "quattro virgola zero cinque";
+        QTest::newRow("due zeri dopo la virgola") << "4,005"
+                                                  << "quattro virgola zero zero cinque";
+        QTest::newRow("zero dentro i decimali") << "4,705"
+                                                << "quattro virgola settecentocinque";
+        QTest::newRow("zero prima della virgola") << "0,473"
+                                                  << "zero virgola quattrocentosettantatré";
+        QTest::newRow("zero dentro l'intero") << "4,07"
+                                              << "quattro virgola zero sette";
+        QTest::newRow("intero con zeri") << "4007"
+                                         << "quattromilasette";
+        QTest::newRow("decimali ventuno") << "3,21"
+                                          << "tre virgola ventuno";
+        QTest::newRow("blank attorno") << "  47  "
+                                       << "quarantasette";
+        QTest::newRow("non un numero") << "4a"
+                                       << "";
+        QTest::newRow("vuoto") << ""
+                               << "";
     }
     void numeri()
     {
@@ -146,37 +160,69 @@ private slots:
         QTest::addColumn<QString>("simbolo");
         QTest::addColumn<bool>("misura");
         QTest::addColumn<QString>("parole");
-        QTest::newRow("decine") << "473" << " da  " << false << "quattrocentosettantatré decine";
-        QTest::newRow("unità con virgola") << "4,73" << " u " << false << "quattro virgola settantatré unità";
-        QTest::newRow("una decina") << "1" << "da" << false << "una decina";
-        QTest::newRow("un'unità") << "1" << "u" << false << "un'unità";
-        QTest::newRow("un migliaio") << "1" << "uk" << false << "un migliaio";
-        QTest::newRow("un centinaio") << "1" << "h" << false << "un centinaio";
-        QTest::newRow("centinaia") << "47" << "h" << false << "quarantasette centinaia";
-        QTest::newRow("migliaia") << "4,7" << "uk" << false << "quattro virgola sette migliaia";
-        QTest::newRow("un decimo") << "1" << "d" << false << "un decimo";
-        QTest::newRow("centesimi") << "305" << "c" << false << "trecentocinque centesimi";
-        QTest::newRow("millesimi: m fra le cifre decimali") << "4700" << "m" << false << "quattromilasettecento millesimi";
-        QTest::newRow("un metro") << "1" << "m" << true << "un metro";
-        QTest::newRow("metri") << "21" << "   m " << true << "ventuno metri";
-        QTest::newRow("centimetri") << "305" << "cm" << true << "trecentocinque centimetri";
-        QTest::newRow("un decametro") << "1" << "dam" << true << "un decametro";
-        QTest::newRow("ettometri") << "0,5" << "hm" << true << "zero virgola cinque ettometri";
-        QTest::newRow("un chilometro") << "1" << "km" << true << "un chilometro";
-        QTest::newRow("chilogrammi") << "23" << "kg" << true << "ventitré chilogrammi";
-        QTest::newRow("un ettogrammo") << "1" << "hg" << true << "un ettogrammo";
-        QTest::newRow("decagrammi") << "8" << "dag" << true << "otto decagrammi";
-        QTest::newRow("milligrammi") << "38" << "mg" << true << "trentotto milligrammi";
-        QTest::newRow("miriagrammi: Mg non è mg") << "2" << "Mg" << true << "due miriagrammi";
-        QTest::newRow("una tonnellata") << "1" << "t" << true << "una tonnellata";
-        QTest::newRow("tonnellate") << "3" << "t" << true << "tre tonnellate";
-        QTest::newRow("un quintale") << "1" << "q" << true << "un quintale";
-        QTest::newRow("un litro") << "1" << "l" << true << "un litro";
-        QTest::newRow("ettolitri") << "4,05" << "hl" << true << "quattro virgola zero cinque ettolitri";
-        QTest::newRow("un decalitro") << "1" << "dal" << true << "un decalitro";
-        QTest::newRow("centilitri") << "100" << "cl" << true << "cento centilitri";
-        QTest::newRow("un millilitro") << "1" << "ml" << true << "un millilitro";
-        QTest::newRow("simbolo sconosciuto") << "5" << "xy" << false << "cinque";
+        QTest::newRow("decine") << "473"
+                                << " da  " << false << "quattrocentosettantatré decine";
+        QTest::newRow("unità con virgola") << "4,73"
+                                           << " u " << false << "quattro virgola settantatré unità";
+        QTest::newRow("una decina") << "1"
+                                    << "da" << false << "una decina";
+        QTest::newRow("un'unità") << "1"
+                                  << "u" << false << "un'unità";
+        QTest::newRow("un migliaio") << "1"
+                                     << "uk" << false << "un migliaio";
+        QTest::newRow("un centinaio") << "1"
+                                      << "h" << false << "un centinaio";
+        QTest::newRow("centinaia") << "47"
+                                   << "h" << false << "quarantasette centinaia";
+        QTest::newRow("migliaia") << "4,7"
+                                  << "uk" << false << "quattro virgola sette migliaia";
+        QTest::newRow("un decimo") << "1"
+                                   << "d" << false << "un decimo";
+        QTest::newRow("centesimi") << "305"
+                                   << "c" << false << "trecentocinque centesimi";
+        QTest::newRow("millesimi: m fra le cifre decimali")
+            << "4700"
+            << "m" << false << "quattromilasettecento millesimi";
+        QTest::newRow("un metro") << "1"
+                                  << "m" << true << "un metro";
+        QTest::newRow("metri") << "21"
+                               << "   m " << true << "ventuno metri";
+        QTest::newRow("centimetri") << "305"
+                                    << "cm" << true << "trecentocinque centimetri";
+        QTest::newRow("un decametro") << "1"
+                                      << "dam" << true << "un decametro";
+        QTest::newRow("ettometri") << "0,5"
+                                   << "hm" << true << "zero virgola cinque ettometri";
+        QTest::newRow("un chilometro") << "1"
+                                       << "km" << true << "un chilometro";
+        QTest::newRow("chilogrammi") << "23"
+                                     << "kg" << true << "ventitré chilogrammi";
+        QTest::newRow("un ettogrammo") << "1"
+                                       << "hg" << true << "un ettogrammo";
+        QTest::newRow("decagrammi") << "8"
+                                    << "dag" << true << "otto decagrammi";
+        QTest::newRow("milligrammi") << "38"
+                                     << "mg" << true << "trentotto milligrammi";
+        QTest::newRow("miriagrammi: Mg non è mg") << "2"
+                                                  << "Mg" << true << "due miriagrammi";
+        QTest::newRow("una tonnellata") << "1"
+                                        << "t" << true << "una tonnellata";
+        QTest::newRow("tonnellate") << "3"
+                                    << "t" << true << "tre tonnellate";
+        QTest::newRow("un quintale") << "1"
+                                     << "q" << true << "un quintale";
+        QTest::newRow("un litro") << "1"
+                                  << "l" << true << "un litro";
+        QTest::newRow("ettolitri") << "4,05"
+                                   << "hl" << true << "quattro virgola zero cinque ettolitri";
+        QTest::newRow("un decalitro") << "1"
+                                      << "dal" << true << "un decalitro";
+        QTest::newRow("centilitri") << "100"
+                                    << "cl" << true << "cento centilitri";
+        QTest::newRow("un millilitro") << "1"
+                                       << "ml" << true << "un millilitro";
+        QTest::newRow("simbolo sconosciuto") << "5"
+                                             << "xy" << false << "cinque";
     }
     void quantita()
     {
@@ -213,15 +259,24 @@ private slots:
     {
         QTest::addColumn<QString>("testo");
         QTest::addColumn<QString>("parole");
-        QTest::newRow("A") << "A" << "a";
-        QTest::newRow("F") << "F" << "effe";
-        QTest::newRow("H") << "H" << "acca";
-        QTest::newRow("J") << "J" << "i lunga";
-        QTest::newRow("W") << "W" << "doppia vu";
-        QTest::newRow("Z") << "Z" << "zeta";
-        QTest::newRow("virgola") << "," << "virgola";
-        QTest::newRow("punto") << "." << "punto";
-        QTest::newRow("cancella") << "CANCELLA" << "cancella";
+        QTest::newRow("A") << "A"
+                           << "a";
+        QTest::newRow("F") << "F"
+                           << "effe";
+        QTest::newRow("H") << "H"
+                           << "acca";
+        QTest::newRow("J") << "J"
+                           << "i lunga";
+        QTest::newRow("W") << "W"
+                           << "doppia vu";
+        QTest::newRow("Z") << "Z"
+                           << "zeta";
+        QTest::newRow("virgola") << ","
+                                 << "virgola";
+        QTest::newRow("punto") << "."
+                               << "punto";
+        QTest::newRow("cancella") << "CANCELLA"
+                                  << "cancella";
     }
     void lettere()
     {

@@ -10,8 +10,8 @@ namespace {
 struct Suono
 {
     double secondi = 0;
-    double rms = 0;             // of the whole sentence, full scale 1
-    double parteUdibile = 0;    // share of 20 ms windows above a whisper
+    double rms = 0;          // of the whole sentence, full scale 1
+    double parteUdibile = 0; // share of 20 ms windows above a whisper
 };
 
 Suono misura(const QByteArray &wav)
@@ -77,9 +77,8 @@ private slots:
     {
         int chiamate = 0;
         const QByteArray wav = MotoreEspeak::di().sintetizza(
-            QStringLiteral("quattro migliaia, sette centinaia, tre decine"), [&] {
-                return ++chiamate > 1;
-            });
+            QStringLiteral("quattro migliaia, sette centinaia, tre decine"),
+            [&] { return ++chiamate > 1; });
         QVERIFY(wav.isEmpty());
         // The engine is still good for the next sentence.
         QVERIFY(misura(MotoreEspeak::di().sintetizza(QStringLiteral("Esatto"))).secondi > 0.2);

@@ -4,10 +4,10 @@
 #include "voce/AvvioVoce.h"
 #include "voce/ImpostazioniUtente.h"
 
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QDir>
 #include <QFileInfo>
+#include <QProcess>
+#include <QTemporaryDir>
 
 using namespace ScreenTest;
 
