@@ -1,5 +1,6 @@
 // Saves a PNG of every screen, at its design size and at twice that size, in
-// the states worth looking at. Run through scripts/screenshots.sh.
+// the states worth looking at, then all again in the high-readability font
+// (folder "leggibili"). Run through scripts/screenshots.sh.
 #include "app/Avvio.h"
 #include "certificate/FrmAttestato.h"
 #include "core/AppContext.h"
