@@ -12,6 +12,8 @@
 #include "registro/RegistroQuadrivo.h"
 #include "start/FrmInizio.h"
 #include "verifica/MenuVerifica.h"
+#include "voce/AvvioVoce.h"
+#include "voce/ImpostazioniUtente.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -77,6 +79,8 @@ int esegui(int argc, char *argv[])
     // Nothing is opened here: the register's database waits for its first use.
     ctx.setRegistro(std::make_unique<RegistroQuadrivo>(ctx, ImpostazioniRegistro::dalSistema()));
     ctx.setExecutableName(QFileInfo(QApplication::applicationFilePath()).completeBaseName());
+    // The voice and the high-readability font as the user left them.
+    AvvioVoce::installa(ctx, ImpostazioniUtente());
     // exit(), not quit(): quit() first asks every window to close, and a
     // screen decides that for itself.
     QObject::connect(&ctx.screens(), &ScreenRegistry::empty, &app,

@@ -5,7 +5,8 @@
 #include "core/Verifiche.h"
 
 AppContext::AppContext(QObject *parent)
-    : QObject(parent), m_registro(std::make_unique<RegistroSerie>())
+    : QObject(parent), m_registro(std::make_unique<RegistroSerie>()),
+      m_voce(std::make_unique<Voce>())
 {
 }
 
@@ -43,4 +44,9 @@ Verifiche *AppContext::verifiche()
 void AppContext::setFonteEsercizi(std::unique_ptr<FonteEsercizi> fonte)
 {
     m_fonteEsercizi = std::move(fonte);
+}
+
+void AppContext::setVoce(std::unique_ptr<Voce> voce)
+{
+    m_voce = voce ? std::move(voce) : std::make_unique<Voce>();
 }

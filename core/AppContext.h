@@ -2,6 +2,7 @@
 
 #include "core/RegistroSerie.h"
 #include "core/StatoCondiviso.h"
+#include "core/Voce.h"
 #include "platform/Services.h"
 
 #include <QObject>
@@ -48,6 +49,10 @@ public:
     // rather than drawn; nullptr for the normal series.
     FonteEsercizi *fonteEsercizi() const { return m_fonteEsercizi.get(); }
     void setFonteEsercizi(std::unique_ptr<FonteEsercizi> fonte);
+    // The voice that reads the exercise aloud; silent until one is wired
+    // (app/Avvio, or a test).
+    Voce &voce() { return *m_voce; }
+    void setVoce(std::unique_ptr<Voce> voce);
 
 signals:
     // The generator drew an exercise type; the drill screen shows it.
@@ -60,4 +65,5 @@ private:
     FabbricaVerifiche m_fabbricaVerifiche;
     std::unique_ptr<Verifiche> m_verifiche;
     std::unique_ptr<FonteEsercizi> m_fonteEsercizi;
+    std::unique_ptr<Voce> m_voce;
 };

@@ -17,7 +17,9 @@
 #include "start/FrmInizio.h"
 #include "start/frmIstruzioni.h"
 
+#include <QAction>
 #include <QFile>
+#include <QKeySequence>
 #include <QLabel>
 
 namespace {
@@ -191,6 +193,8 @@ frmOperativo::frmOperativo(AppContext &ctx)
         {.kind = K::Menu, .name = "mnuIstruzioni", .caption = "Istruzioni"},
         {.kind = K::Menu, .name = "mnuAttestato", .caption = "Visualizza  attestato"},
         {.kind = K::Menu, .name = "mnuQuadro", .caption = "Il quadro"},
+        // Only with the voice on: the question read again (also F2).
+        {.kind = K::Menu, .name = "mnuAscolta", .caption = "Ascolta la domanda", .visible = false},
     });
     // clang-format on
 
@@ -220,6 +224,8 @@ frmOperativo::frmOperativo(AppContext &ctx)
     optAvviso = array<OptionButton>("optAvviso");
     mnuVisualizza = &get<Menu>("mnuVisualizza");
     mnuIstruzioni = &get<Menu>("mnuIstruzioni");
+    mnuAscolta = &get<Menu>("mnuAscolta");
+    mnuAscolta->action()->setShortcut(QKeySequence(Qt::Key_F2));
 
     // What assistive tools read: each value box by the caption beside it,
     // each overlay frame by its line of text.
@@ -265,6 +271,7 @@ frmOperativo::frmOperativo(AppContext &ctx)
     LblRisultato->Change = [this] { LblRisultato_Change(); };
     mnuVisualizza->Click = [this] { mnuVisualizza_Click(); };
     mnuIstruzioni->Click = [this] { mnuIstruzioni_Click(); };
+    mnuAscolta->Click = [this] { mnuAscolta_Click(); };
     // mnuAttestato and mnuQuadro have no action on this screen.
 }
 
@@ -315,6 +322,7 @@ void frmOperativo::Form_Load()
         [&] { Command1(12).setCaption(s.Simbolo3); },
         [&] { Command1(13).setCaption(s.Simbolo4); },
         [&] { m_ctx.registro().inizioSerie(s); },
+        [&] { mnuAscolta->setVisible(m_ctx.voce().attiva()); },
         [&] { NuovoEsercizio(); },
     });
 }
@@ -370,6 +378,7 @@ void frmOperativo::PreparaDomanda()
     lblNumero->setCaption(domanda);
     s.Operazioni[s.NumeroEsercizio] = RigaOperazione::inizio(s.Spazi, domanda);
     s.InizioEsercizio = m_ctx.clock().secondsSinceMidnight();
+    m_ctx.voce().domanda(s, domanda);
 }
 
 void frmOperativo::ControllaFineSerie()
@@ -498,6 +507,7 @@ void frmOperativo::AttesaAvanti()
 void frmOperativo::Command1_Click(int Index)
 {
     StatoCondiviso &s = m_ctx.stato;
+    m_ctx.voce().tasto(s, Command1(Index).Caption());
     s.TastiPremuti += 1;
     if (Index >= 0 && Index <= 9) {
         // Eight inputs at most: the ninth press onwards is ignored.
@@ -559,6 +569,7 @@ void frmOperativo::VerificaRisposta()
         LblOperazione->setCaption(Texts::fromInt(s.NumeroEsercizio));
         lblRisEsatte->setCaption(Texts::fromInt(s.RisposteEsatte));
         AttesaAvanti();
+        m_ctx.voce().esatto(s);
         m_ctx.registro().esercizioChiuso(s);
         ControllaFineSerie();
     } else {
@@ -574,6 +585,7 @@ void frmOperativo::VerificaRisposta()
         s.RisposteErrate += 1;
         BloccaPannelli();
         MostraPannello(*fraAiuto);
+        m_ctx.voce().errato(s);
     }
 }
 
@@ -615,6 +627,7 @@ void frmOperativo::Riprova()
         BloccaPannelli();
         MostraPannello(*fraIntervento);
         optOK->setValue(false);
+        m_ctx.voce().intervento(s);
     }
 }
 
@@ -637,6 +650,7 @@ void frmOperativo::MostraSoluzione()
     MostraPannello(*FraTastierino);
     AttesaAvanti();
     lblCorrezione->setCaption(s.Risposta);
+    m_ctx.voce().soluzione(s);
     m_ctx.registro().esercizioChiuso(s);
     ControllaFineSerie();
 }
@@ -698,6 +712,11 @@ void frmOperativo::mnuVisualizza_Click()
 void frmOperativo::mnuIstruzioni_Click()
 {
     m_ctx.form<frmIstruzioni>().ShowModal();
+}
+
+void frmOperativo::mnuAscolta_Click()
+{
+    m_ctx.voce().domanda(m_ctx.stato, lblNumero->Caption());
 }
 
 void frmOperativo::SuonaRisorsa()

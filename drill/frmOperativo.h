@@ -81,6 +81,8 @@ private:
     void LblRisultato_Change();
     void mnuVisualizza_Click();
     void mnuIstruzioni_Click();
+    // The question read aloud again (F2), when the voice is on.
+    void mnuAscolta_Click();
 
     AppContext &m_ctx;
     Resize::Posizioni Posizioni;
@@ -94,5 +96,5 @@ private:
     ControlArray<CommandButton> Command1, Command3;
     OptionButton *optOK;
     ControlArray<OptionButton> optAvviso;
-    Menu *mnuVisualizza, *mnuIstruzioni;
+    Menu *mnuVisualizza, *mnuIstruzioni, *mnuAscolta;
 };

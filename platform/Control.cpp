@@ -5,10 +5,13 @@
 #include "platform/HeldKeys.h"
 #include "platform/KeyCodes.h"
 #include "platform/RuntimeError.h"
+#include "platform/Services.h"
 #include "platform/Twips.h"
 
 #include <QFocusEvent>
+#include <QFontMetricsF>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMouseEvent>
 
 namespace {
@@ -141,12 +144,15 @@ void Control::applyGeometry()
     const int w = Twips::toPixels(m_left + m_width) - x;
     const int h = Twips::toPixels(m_top + m_height) - y;
     m_widget->setGeometry(x, y, std::max(0, w), std::max(0, h));
+    adattaAlRiquadro();
 }
 
 void Control::setCaption(const QString &caption)
 {
     const bool changed = caption != m_caption;
     m_caption = caption;
+    if (changed)
+        adattaAlRiquadro();
     if (m_widget) {
         m_widget->update();
         applyAccessibleName();
@@ -221,14 +227,14 @@ void Control::setFont(const FontDef &def)
 {
     if (!m_widget)
         return;
-    QFont f = m_widget->font();
+    QFont f = fontProgetto();
     if (!def.family.isEmpty())
         f.setFamily(def.family);
     if (def.size > 0)
         f.setPointSizeF(def.size);
     f.setBold(def.bold);
     f.setItalic(def.italic);
-    m_widget->setFont(f);
+    impostaFont(f);
     m_widget->update();
 }
 
@@ -236,27 +242,127 @@ void Control::setFontSize(double points)
 {
     if (!m_widget)
         return;
-    QFont f = m_widget->font();
+    QFont f = fontProgetto();
     f.setPointSizeF(points);
-    m_widget->setFont(f);
+    impostaFont(f);
 }
 
 void Control::setFontBold(bool bold)
 {
     if (!m_widget)
         return;
-    QFont f = m_widget->font();
+    QFont f = fontProgetto();
     f.setBold(bold);
-    m_widget->setFont(f);
+    impostaFont(f);
 }
 
 void Control::setFontName(const QString &family)
 {
     if (!m_widget)
         return;
-    QFont f = m_widget->font();
+    QFont f = fontProgetto();
     f.setFamily(family);
-    m_widget->setFont(f);
+    impostaFont(f);
+}
+
+QFont Control::fontProgetto() const
+{
+    if (m_fontProprio)
+        return m_fontProgetto;
+    // What the widget inherits, as designed: the container's or the
+    // screen's, never their high-readability form.
+    if (m_container)
+        return m_container->fontProgetto();
+    return m_form.fontProgetto();
+}
+
+void Control::impostaFont(const QFont &progettato)
+{
+    m_fontProgetto = progettato;
+    m_fontProprio = true;
+    if (m_widget)
+        m_widget->setFont(m_form.services().caratteriLeggibili().adatta(progettato));
+    m_adattoTesto.clear();
+    adattaAlRiquadro();
+}
+
+void Control::applicaCaratteri()
+{
+    if (m_fontProprio && m_widget)
+        m_widget->setFont(m_form.services().caratteriLeggibili().adatta(m_fontProgetto));
+    m_adattoTesto.clear();
+    adattaAlRiquadro();
+}
+
+void Control::adattaAlRiquadro()
+{
+    const CaratteriLeggibili &caratteri = m_form.services().caratteriLeggibili();
+    if (!m_widget)
+        return;
+    // A control that inherits its font goes back to inheriting it.
+    auto eredita = [this] {
+        if (m_ridotto && !m_fontProprio)
+            m_widget->setFont(QFont());
+        m_ridotto = false;
+    };
+    if (!caratteri.attivi() || m_caption.isEmpty()) {
+        eredita();
+        m_adattoTesto.clear();
+        return;
+    }
+    QRectF riquadro;
+    int modo = Qt::TextWordWrap;
+    if (m_kind == ControlKind::CommandButton || m_kind == ControlKind::OptionButton) {
+        // Where the button draws its caption.
+        riquadro = QRectF(m_widget->rect()).adjusted(7.5, 4.5, -7.5, -4.5);
+    } else if (m_kind == ControlKind::Label) {
+        auto *l = qobject_cast<QLabel *>(m_widget.data());
+        riquadro = QRectF(m_widget->contentsRect()).adjusted(l ? l->indent() + 2 : 2, 0, -2, 0);
+        if (l && !l->wordWrap())
+            modo = 0;
+    } else {
+        return;
+    }
+    if (riquadro.width() < 4 || riquadro.height() < 4)
+        return;
+    const QFont progettato = fontProgetto();
+    if (m_caption == m_adattoTesto && m_widget->size() == m_adattoRiquadro &&
+        progettato == m_adattoFont)
+        return;
+    m_adattoTesto = m_caption;
+    m_adattoRiquadro = m_widget->size();
+    m_adattoFont = progettato;
+    const QFont pieno = caratteri.adatta(progettato);
+    // OpenDyslexic's line keeps more blank above and below than the
+    // designed font's, its ink does not: a caption fits when it is no wider
+    // than the box, takes no more lines than the designed one does, and its
+    // ink (lines apart as the font wants) is no taller than the box.
+    auto righe = [&](const QFont &carattere, double *larghezza, double *inchiostro) {
+        const QFontMetricsF fm(carattere, m_widget);
+        const QRectF testo = fm.boundingRect(QRectF(0, 0, riquadro.width(), 1e6), modo, m_caption);
+        const int n = std::max(1, qRound(testo.height() / fm.lineSpacing()));
+        if (larghezza)
+            *larghezza = testo.width();
+        if (inchiostro)
+            *inchiostro = (n - 1) * fm.lineSpacing() + fm.tightBoundingRect(m_caption).height();
+        return n;
+    };
+    const int righeProgettate = righe(progettato, nullptr, nullptr);
+    QFont f = pieno;
+    for (int passo = 0; passo < 12 && f.pointSizeF() > 0; ++passo) {
+        double larghezza = 0, inchiostro = 0;
+        if (righe(f, &larghezza, &inchiostro) <= righeProgettate &&
+            larghezza <= riquadro.width() + 0.5 && inchiostro <= riquadro.height() + 1)
+            break;
+        f.setPointSizeF(f.pointSizeF() * 0.92);
+    }
+    if (!m_fontProprio && f == pieno) {
+        eredita();
+        return;
+    }
+    if (f != m_widget->font())
+        m_widget->setFont(f);
+    m_ridotto = !m_fontProprio;
 }
 
 QString Control::ToolTipText() const

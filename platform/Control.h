@@ -151,4 +151,27 @@ protected:
 public:
     // Re-applies a docked control's edge after its container changed size.
     void redock();
+    // Sets the widget's font again from the designed one, as the
+    // high-readability switch now wants it.
+    void applicaCaratteri();
+
+protected:
+    // The font the design (or the program) gave the control, before the
+    // high-readability switch.
+    QFont fontProgetto() const;
+    void impostaFont(const QFont &progettato);
+
+private:
+    // In the high-readability font, a caption that would not fit its box
+    // is drawn smaller, that control only.
+    void adattaAlRiquadro();
+
+    QFont m_fontProgetto;
+    bool m_fontProprio = false;
+    // A control that inherits its font was given a smaller one to fit.
+    bool m_ridotto = false;
+    // What the last fit was worked out for: the same again needs no work.
+    QString m_adattoTesto;
+    QSize m_adattoRiquadro;
+    QFont m_adattoFont;
 };

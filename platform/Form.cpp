@@ -72,13 +72,23 @@ void Form::design(double width, double height, const std::vector<ControlDef> &ta
 
 void Form::setDesignFont(const FontDef &def)
 {
-    QFont f = font();
+    QFont f = m_fontProprio ? m_fontProgetto : font();
     if (!def.family.isEmpty())
         f.setFamily(def.family);
     if (def.size > 0)
         f.setPointSizeF(def.size);
     f.setBold(def.bold);
-    setFont(f);
+    m_fontProgetto = f;
+    m_fontProprio = true;
+    setFont(m_services.caratteriLeggibili().adatta(f));
+}
+
+void Form::applicaCaratteri()
+{
+    if (m_fontProprio)
+        setFont(m_services.caratteriLeggibili().adatta(m_fontProgetto));
+    for (Control *c : m_order)
+        c->applicaCaratteri();
 }
 
 Control *Form::create(const ControlDef &def)

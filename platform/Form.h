@@ -83,6 +83,12 @@ public:
     void setActiveControl(Control *c) { m_active = c; }
     void focusControl(Control *c);
 
+    // The screen and its controls in the fonts the high-readability switch
+    // now wants.
+    void applicaCaratteri();
+    // The screen's font as designed, whatever the switch.
+    QFont fontProgetto() const { return m_fontProprio ? m_fontProgetto : font(); }
+
 signals:
     // Hidden or unloaded: a modal show returns.
     void closedOrHidden();
@@ -123,6 +129,8 @@ private:
     std::vector<std::unique_ptr<Control>> m_controls;
     std::vector<Control *> m_order;
     QColor m_back;
+    QFont m_fontProgetto;
+    bool m_fontProprio = false;
     Control *m_active = nullptr;
     QPointer<QWidget> m_pendingFocus;
     std::vector<OptionButton *> m_designChosen;

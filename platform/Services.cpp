@@ -1,5 +1,7 @@
 #include "platform/Services.h"
 
+#include "platform/Form.h"
+#include "platform/printing/Printer.h"
 #include "platform/printing/Printers.h"
 
 #include <QDir>
@@ -34,7 +36,16 @@ void Services::setPrinters(std::unique_ptr<Printers> printers)
 
 Printer &Services::printer()
 {
-    return printers().current();
+    Printer &p = printers().current();
+    p.setCaratteri(&m_caratteriLeggibili);
+    return p;
+}
+
+void Services::setCaratteriLeggibili(bool attivi)
+{
+    m_caratteriLeggibili.setAttivi(attivi);
+    for (Form *schermo : screens().loaded())
+        schermo->applicaCaratteri();
 }
 
 QString Services::workingDirectory() const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/CaratteriLeggibili.h"
 #include "platform/Clock.h"
 #include "platform/ErrorReport.h"
 #include "platform/FolderChooser.h"
@@ -71,6 +72,12 @@ public:
     QString executableName() const { return m_executableName; }
     void setExecutableName(const QString &name) { m_executableName = name; }
 
+    // The high-readability font of every screen and printout.
+    const CaratteriLeggibili &caratteriLeggibili() const { return m_caratteriLeggibili; }
+    CaratteriLeggibili &caratteriLeggibili() { return m_caratteriLeggibili; }
+    // Turns it on or off and shows every loaded screen in the fonts it wants.
+    void setCaratteriLeggibili(bool attivi);
+
     // Runs a handler at the boundary with Qt: a run-time error it raises goes
     // to the general error report and never crosses into Qt's frames.
     void runHandler(const std::function<void()> &handler);
@@ -86,4 +93,5 @@ private:
     std::unique_ptr<Notifications> m_notifications;
     std::unique_ptr<FolderChooser> m_folderChooser;
     std::unique_ptr<Printers> m_printers;
+    CaratteriLeggibili m_caratteriLeggibili;
 };

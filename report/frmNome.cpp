@@ -97,6 +97,7 @@ void frmNome::Form_Unload(int &)
 
 void frmNome::Command1_Click(int Index)
 {
+    m_ctx.voce().lettera(Command1(Index).Caption());
     if (lblNome->Caption() == QStringLiteral("?"))
         lblNome->setCaption(QString());
     if (Index < Cancella)
@@ -127,6 +128,7 @@ void frmNome::Option4_KeyDown(int &KeyCode, int)
     if (!lettera && KeyCode != 13 && KeyCode != 8 && KeyCode != 49 && KeyCode != 50)
         return;
     if (lettera) {
+        m_ctx.voce().lettera(QString(QChar(KeyCode)));
         if (lblNome->Caption() == QStringLiteral("?"))
             lblNome->setCaption(QString());
         lblNome->setCaption(lblNome->Caption() + QChar(KeyCode));

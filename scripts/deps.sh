@@ -26,6 +26,9 @@ QUADRIVO_PACKAGES=(
     libqt6sql6-sqlite libqt6sql6-psql postgresql
     # the start-up benchmark counts instructions under callgrind
     valgrind
+    # reading aloud: espeak-ng's library (loaded at first use; the header at
+    # build time) and its Italian voice; the high-readability font
+    libespeak-ng1 libespeak-ng-dev espeak-ng-data fonts-opendyslexic
 )
 
 ensure_packages() {

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Saves PNGs of every screen (design size and twice it) into build/screenshots.
+# Saves PNGs of every screen (design size and twice it) into build/screenshots,
+# and the same in the high-readability font into build/screenshots/leggibili.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/deps.sh

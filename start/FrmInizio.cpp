@@ -87,8 +87,11 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
         {.kind = K::Menu, .name = "mnuMisura", .index = 6, .in = "mnuMisure", .caption = Misure::Voci()[6].caption, .checkable = true},
         {.kind = K::Menu, .name = "mnuMisura", .index = 7, .in = "mnuMisure", .caption = Misure::Voci()[7].caption, .checkable = true},
         {.kind = K::Menu, .name = "mnuMisura", .index = 8, .in = "mnuMisure", .caption = Misure::Voci()[8].caption, .checkable = true},
-        {.kind = K::Menu, .name = "mnuVerifica", .caption = "Verifica"},
+        {.kind = K::Menu, .name = "mnuVerifica", .caption = "Ver&ifica"},
         {.kind = K::Menu, .name = "mnuVerificaCodice", .in = "mnuVerifica", .caption = "Verifica con codice"},
+        {.kind = K::Menu, .name = "mnuVoce", .caption = "&Voce"},
+        {.kind = K::Menu, .name = "mnuLettura", .in = "mnuVoce", .caption = "Leggi ad alta voce", .checkable = true},
+        {.kind = K::Menu, .name = "mnuLeggibili", .in = "mnuVoce", .caption = "Caratteri ad alta leggibilità", .checkable = true},
     });
     // clang-format on
 
@@ -126,6 +129,8 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
                 tendina->setFont(lettere);
             },
             Qt::SingleShotConnection);
+    mnuLettura = &get<Menu>("mnuLettura");
+    mnuLeggibili = &get<Menu>("mnuLeggibili");
 
     // The curtain covers everything while it opens.
     Picture1->ZOrder(0);
@@ -176,6 +181,8 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
     mnuRegistro->Click = [this] { mnuRegistro_Click(); };
     mnuMisura.onClick([this](int i) { mnuMisura_Click(i); });
     get<Menu>("mnuVerificaCodice").Click = [this] { mnuVerificaCodice_Click(); };
+    mnuLettura->Click = [this] { mnuLettura_Click(); };
+    mnuLeggibili->Click = [this] { mnuLeggibili_Click(); };
 }
 
 // ---- Load, resize, unload ----
@@ -184,6 +191,8 @@ void FrmInizio::Form_Load()
 {
     StatoCondiviso &s = m_ctx.stato;
     AperturaTendine();
+    mnuLettura->setChecked(m_ctx.voce().attiva());
+    mnuLeggibili->setChecked(m_ctx.caratteriLeggibili().attivi());
     s.FamigliaSimboli = 1;
     RegistraPosizioni();
     runSuppressed({
@@ -579,4 +588,18 @@ void FrmInizio::LeggiLivelli(const QString &strNomefile)
 void FrmInizio::SalvaLivello()
 {
     FileLivelli::SalvaLivello(m_ctx);
+}
+
+// ---- Voce ----
+
+void FrmInizio::mnuLettura_Click()
+{
+    m_ctx.voce().setAttiva(!mnuLettura->Checked());
+    mnuLettura->setChecked(m_ctx.voce().attiva());
+}
+
+void FrmInizio::mnuLeggibili_Click()
+{
+    m_ctx.setCaratteriLeggibili(!mnuLeggibili->Checked());
+    mnuLeggibili->setChecked(m_ctx.caratteriLeggibili().attivi());
 }

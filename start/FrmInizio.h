@@ -82,6 +82,9 @@ private:
     void SegnaMisura();
     // The same exercises for the whole class, from a code.
     void mnuVerificaCodice_Click();
+    // Reading aloud and the high-readability font, kept for the next run.
+    void mnuLettura_Click();
+    void mnuLeggibili_Click();
 
     AppContext &m_ctx;
     Resize::Posizioni Posizioni;
@@ -94,6 +97,7 @@ private:
     Timer *timerTendine;
     Menu *mnuStampa, *mnuAutore, *mnuOpzioni, *mnuAvvertenza, *mnuRegistro;
     ControlArray<Menu> mnuMisura;
+    Menu *mnuLettura, *mnuLeggibili;
 
     bool BloccoSpazio1 = false, BloccoTasto1 = false;
     bool BloccoSpazio2 = false, BloccoTasto2 = false;

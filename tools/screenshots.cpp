@@ -1,5 +1,6 @@
 // Saves a PNG of every screen, at its design size and at twice that size, in
-// the states worth looking at. Run through scripts/screenshots.sh.
+// the states worth looking at, then all again in the high-readability font
+// (folder "leggibili"). Run through scripts/screenshots.sh.
 #include "app/Avvio.h"
 #include "classe/CodiceScheda.h"
 #include "certificate/FrmAttestato.h"
@@ -41,6 +42,8 @@
 namespace {
 
 QString cartella;
+// The second round: every screen in the high-readability font.
+bool leggibili = false;
 
 void salva(Form &schermo, const QString &nome)
 {
@@ -165,6 +168,7 @@ public:
 void scattiSchede()
 {
     AppContext ctx;
+    ctx.setCaratteriLeggibili(leggibili);
     ctx.setNotifications(std::make_unique<NotiziaInConsole>());
     auto pdf = std::make_unique<PdfFilePrinter>(ctx);
     pdf->setOutputDirectory(cartella);
@@ -208,9 +212,10 @@ void scattiSchede()
 
 // ---- Measures ----
 
-// The start screen with the "Misure" menu open over it: the drop-down is a
-// window of its own, drawn onto the screen's picture where it stands.
-void salvaConTendina(FrmInizio &inizio, QMenu &tendina, const QString &nome)
+// The start screen with one of its menus open over it (opened by Alt and
+// its letter): the drop-down is a window of its own, drawn onto the
+// screen's picture where it stands.
+void salvaConTendina(FrmInizio &inizio, QMenu &tendina, Qt::Key lettera, const QString &nome)
 {
     const QSize design(inizio.client()->size());
     for (int scala : {1, 2}) {
@@ -218,7 +223,7 @@ void salvaConTendina(FrmInizio &inizio, QMenu &tendina, const QString &nome)
                             Twips::fromPixels(design.height() * scala));
         QApplication::processEvents();
         tendina.hide();
-        QTest::keyClick(&inizio, Qt::Key_M, Qt::AltModifier);
+        QTest::keyClick(&inizio, lettera, Qt::AltModifier);
         QApplication::processEvents();
         QPixmap quadro = inizio.grab();
         {
@@ -240,6 +245,7 @@ void salvaConTendina(FrmInizio &inizio, QMenu &tendina, const QString &nome)
 void scattiMisure()
 {
     AppContext ctx;
+    ctx.setCaratteriLeggibili(leggibili);
     auto &inizio = ctx.form<FrmInizio>();
     inizio.Show();
     QApplication::setActiveWindow(&inizio);
@@ -247,7 +253,7 @@ void scattiMisure()
         std::printf("FrmInizio did not become active\n");
     apriTendina(inizio);
     QMenu *tendina = inizio.get<Menu>("mnuMisure").action()->menu();
-    salvaConTendina(inizio, *tendina, QStringLiteral("FrmInizio-menu-misure"));
+    salvaConTendina(inizio, *tendina, Qt::Key_M, QStringLiteral("FrmInizio-menu-misure"));
     // "Lunghezze: km hm dam m", the second entry.
     QTest::keyClick(tendina, Qt::Key_Down);
     QTest::keyClick(tendina, Qt::Key_Return);
@@ -300,6 +306,7 @@ void scattiResoconto(AppContext &ctx)
 void scattiVerifica()
 {
     AppContext ctx;
+    ctx.setCaratteriLeggibili(leggibili);
     CodiceScheda::Scelta scelta;
     scelta.unita = 1;
     scelta.righe = 10;
@@ -362,19 +369,19 @@ void scattiVerifica()
     tabella.Unload();
 }
 
-int main(int argc, char *argv[])
+void tuttiGliSchermi()
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    Avvio::preparaApplicazione();
-    cartella = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("screenshots");
     QDir().mkpath(cartella);
 
     AppContext ctx;
+    ctx.setCaratteriLeggibili(leggibili);
     auto &inizio = ctx.form<FrmInizio>();
     inizio.Show();
     apriTendina(inizio);
     salva(inizio, QStringLiteral("FrmInizio-start"));
+    QMenu *voce = inizio.get<Menu>("mnuVoce").action()->menu();
+    salvaConTendina(inizio, *voce, Qt::Key_V, QStringLiteral("FrmInizio-menu-voce"));
+    voce->hide();
 
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     salva(inizio, QStringLiteral("FrmInizio-order"));
@@ -395,5 +402,20 @@ int main(int argc, char *argv[])
     scattiSchede();
     scattiMisure();
     scattiVerifica();
+    ctx.screens().unloadAll();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+int main(int argc, char *argv[])
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    Avvio::preparaApplicazione();
+    cartella = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("screenshots");
+    tuttiGliSchermi();
+    // The same screens in the high-readability font, in a folder of their own.
+    cartella = QDir(cartella).filePath(QStringLiteral("leggibili"));
+    leggibili = true;
+    tuttiGliSchermi();
     return 0;
 }

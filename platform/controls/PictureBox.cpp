@@ -1,6 +1,8 @@
 #include "platform/controls/PictureBox.h"
 
 #include "platform/Accessibility.h"
+#include "platform/Form.h"
+#include "platform/Services.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -87,14 +89,17 @@ void PictureBox::Cls()
 void PictureBox::Print(const QString &text)
 {
     ensureImage();
+    const QFont carattere = m_form.services().caratteriLeggibili().adatta(m_font);
+    // Rows keep the designed font's places; the high-readability letters
+    // sit on the designed baseline.
     const QFontMetricsF fm(m_font, widget());
-    m_printed.append({text, CurrentX, CurrentY, m_font, m_ink});
+    m_printed.append({text, CurrentX, CurrentY, carattere, m_ink});
     if (!text.trimmed().isEmpty())
         applyAccessibleText();
     if (!text.isEmpty()) {
         QPainter p(&m_image);
         p.setRenderHint(QPainter::TextAntialiasing);
-        p.setFont(m_font);
+        p.setFont(carattere);
         p.setPen(m_ink);
         p.drawText(QPointF(CurrentX, CurrentY + fm.ascent()), text);
     }
@@ -106,7 +111,8 @@ void PictureBox::Print(const QString &text)
 
 double PictureBox::TextWidth(const QString &text) const
 {
-    return QFontMetricsF(m_font, widget()).horizontalAdvance(text);
+    return QFontMetricsF(m_form.services().caratteriLeggibili().adatta(m_font), widget())
+        .horizontalAdvance(text);
 }
 
 double PictureBox::TextHeight(const QString &) const

@@ -1,5 +1,6 @@
 #include "platform/printing/Printer.h"
 
+#include "platform/CaratteriLeggibili.h"
 #include "platform/RuntimeError.h"
 #include "platform/printing/PrinterFonts.h"
 
@@ -58,6 +59,20 @@ void Printer::setCurrentY(double twips)
 
 void Printer::Print(const QString &text)
 {
+    // In the high-readability font a row that would pass the printable
+    // width is printed smaller, that row only; the next starts where the
+    // designed font would have put it.
+    if (m_caratteri && m_caratteri->attivi()) {
+        // The next row goes where the design puts it.
+        const double altezza = TextHeight();
+        while (m_riduzione > 0.3 && m_x + TextWidth(text) > ScaleWidth())
+            m_riduzione *= 0.95;
+        printLine(text, m_x, m_y);
+        m_riduzione = 1;
+        m_x = 0;
+        m_y += altezza;
+        return;
+    }
     printLine(text, m_x, m_y);
     m_x = 0;
     m_y += TextHeight();
@@ -144,7 +159,8 @@ QString Printer::Fonts(int index) const
 
 double Printer::TextHeight() const
 {
-    return QFontMetricsF(font(), &twipDevice()).lineSpacing();
+    // Rows are spaced as designed, in the high-readability font too.
+    return QFontMetricsF(fontProgettato(), &twipDevice()).lineSpacing();
 }
 
 double Printer::TextWidth(const QString &text) const
@@ -152,10 +168,20 @@ double Printer::TextWidth(const QString &text) const
     return QFontMetricsF(font(), &twipDevice()).horizontalAdvance(text);
 }
 
-QFont Printer::font() const
+QFont Printer::fontProgettato() const
 {
     QFont f(m_fontName);
     f.setPointSizeF(m_fontSize);
     f.setBold(m_fontBold);
+    return f;
+}
+
+QFont Printer::font() const
+{
+    QFont f = fontProgettato();
+    if (m_caratteri && m_caratteri->attivi()) {
+        f = m_caratteri->adatta(f);
+        f.setPointSizeF(f.pointSizeF() * m_riduzione);
+    }
     return f;
 }

@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <functional>
 
+class CaratteriLeggibili;
 class QPainter;
 
 // The printer object every printout draws on: a font (name, size in points,
@@ -66,13 +67,20 @@ public:
     int FontCount() const { return Fonts().size(); }
     QString Fonts(int index) const;
 
+    // The high-readability switch the printer follows (the services' own);
+    // none: the fonts as designed.
+    void setCaratteri(const CaratteriLeggibili *caratteri) { m_caratteri = caratteri; }
+
     // Height of one line and width of a text in the current font, twips.
     double TextHeight() const;
     double TextWidth(const QString &text) const;
 
 protected:
-    // The current font, its size in points.
+    // The current font, its size in points: the designed one, or its
+    // high-readability form when that switch is on.
     QFont font() const;
+    // The current font as the program set it, whatever the switch.
+    QFont fontProgettato() const;
 
     virtual void printLine(const QString &text, double x, double y) = 0;
     virtual void paintPicture(const QImage &picture, double x, double y) = 0;
@@ -90,4 +98,8 @@ private:
     bool m_fontBold = false;
     double m_x = 0;
     double m_y = 0;
+    const CaratteriLeggibili *m_caratteri = nullptr;
+    // Below 1 while a row too wide for the page in the high-readability font
+    // is printed smaller.
+    double m_riduzione = 1;
 };

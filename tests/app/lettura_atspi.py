@@ -213,9 +213,10 @@ def main():
     bus = subprocess.Popen(["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"],
                            stderr=subprocess.DEVNULL)
     cartella = tempfile.mkdtemp(prefix="quadrivo-atspi-")
-    # The register the walk writes to stays in its own folder.
+    # The register the walk writes to stays in its own folder, and the user's
+    # own settings (voice, font) stay out of the walk.
     env = dict(os.environ, QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
-               XDG_RUNTIME_DIR=cartella,
+               XDG_RUNTIME_DIR=cartella, XDG_CONFIG_HOME=cartella,
                QUADRIVO_REGISTRO="sqlite " + os.path.join(cartella, "registro.sqlite"))
     os.chmod(cartella, 0o700)
     global QUADRIVO
@@ -245,6 +246,40 @@ def percorso(quadrivo):
     # The later choices wait: their panels do not show yet.
     if 'radio button "Vai"' in testo:
         errore("FrmInizio: 'Vai' si mostra prima delle scelte")
+
+    # The menu "Voce": two choices, each read with its state: chosen, the
+    # entry reads checked; chosen again, no more.
+    def voce_del_menu(nome):
+        clicca(inizio, "Voce")
+        return aspetta(lambda: next((x for x in tutti(applicazione()) if x.name == nome
+                                     and x.getRoleName().endswith("menu item")
+                                     and stato(x, pyatspi.STATE_SHOWING)), None),
+                       "'%s' nel menu Voce" % nome)
+
+    def chiudi_menu():
+        time.sleep(0.3)
+        if trova(applicazione(), "Leggi ad alta voce") is not None:
+            subprocess.run(["xdotool", "key", "Escape"], check=True)
+        aspetta(lambda: trova(applicazione(), "Leggi ad alta voce") is None,
+                "la chiusura del menu Voce")
+
+    def leggi_voce(nome, attesa):
+        o = voce_del_menu(nome)
+        if stato(o, pyatspi.STATE_CHECKED) != attesa:
+            errore("FrmInizio: '%s' si legge %s" % (nome, "spento" if attesa else "attivo"))
+        print("FrmInizio: %s \"%s\"%s" % (o.getRoleName(), nome, " [checked]" if attesa else ""),
+              flush=True)
+        return o
+
+    for nome in ("Leggi ad alta voce", "Caratteri ad alta leggibilità"):
+        leggi_voce(nome, False)
+        premi(applicazione(), nome)
+        chiudi_menu()
+        leggi_voce(nome, True)
+        premi(applicazione(), nome)
+        chiudi_menu()
+        leggi_voce(nome, False)
+        chiudi_menu()
 
     clicca(inizio, "Opzioni")
     opzioni, _ = schermata("FrmOpzioni", aspetta(lambda: altra_finestra(inizio), "le opzioni").name)

@@ -1,0 +1,338 @@
+#include "certificate/FrmAttestato.h"
+#include "drill/frmOperativo.h"
+#include "platform/CaratteriLeggibili.h"
+#include "platform/Fonts.h"
+#include "platform/controls/CommandButton.h"
+#include "platform/controls/Menu.h"
+#include "platform/controls/OptionButton.h"
+#include "platform/controls/PictureBox.h"
+#include "platform/printing/PdfFilePrinter.h"
+#include "platform/printing/Printers.h"
+#include "report/FrmStampaEsercizio2.h"
+#include "report/frmNome.h"
+#include "sheets/FrmStampaSchede.h"
+#include "sheets/SchedeTest.h"
+#include "start/FrmInizio.h"
+#include "support/PrintedPdf.h"
+#include "support/ScreenTest.h"
+#include "support/TestDoubles.h"
+
+#include <QAction>
+#include <QFontInfo>
+#include <QFontMetricsF>
+#include <QMenuBar>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace ScreenTest;
+
+namespace {
+
+// The fonts actually embedded in a PDF, as pdffonts lists them.
+QString caratteriDelPdf(const QString &file)
+{
+    QProcess p;
+    p.start(QStringLiteral("pdffonts"), {file});
+    if (!p.waitForFinished(30000))
+        return {};
+    return QString::fromLocal8Bit(p.readAllStandardOutput());
+}
+
+// Every control's widget font of a screen, by object name.
+QMap<QString, QFont> caratteri(const Form &schermo)
+{
+    QMap<QString, QFont> m;
+    for (Control *c : schermo.Controls())
+        if (c->widget())
+            m.insert(c->objectName(), c->widget()->font());
+    m.insert(QStringLiteral("(schermo)"), schermo.font());
+    return m;
+}
+
+} // namespace
+
+// The high-readability font: the rule that turns a designed font into
+// OpenDyslexic, every screen in it, and printouts in it that keep their rows
+// apart and within the page.
+class TestCaratteriLeggibili : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<TestContext> t;
+
+    void stampanteSuFile(QTemporaryDir &cartella, PdfFilePrinter **stampante)
+    {
+        auto pdf = std::make_unique<PdfFilePrinter>(**t);
+        *stampante = pdf.get();
+        pdf->setOutputDirectory(cartella.path());
+        std::vector<std::unique_ptr<Printer>> elenco;
+        elenco.push_back(std::move(pdf));
+        (*t)->setPrinters(std::make_unique<Printers>(std::move(elenco)));
+    }
+
+    // The page as ink: no row past the printable width, and between every
+    // two rows of text a band of paper, as many rows of ink as lines of text.
+    void righeNellaPaginaESeparate(const QString &pdf, int righeDiTesto, double larghezzaTwips)
+    {
+        QTemporaryDir cartella;
+        const QString base = cartella.filePath(QStringLiteral("pagina"));
+        QProcess p;
+        p.start(QStringLiteral("pdftoppm"),
+                {QStringLiteral("-r"), QStringLiteral("144"), QStringLiteral("-gray"),
+                 QStringLiteral("-f"), QStringLiteral("1"), QStringLiteral("-l"),
+                 QStringLiteral("1"), QStringLiteral("-singlefile"), QStringLiteral("-png"), pdf,
+                 base});
+        QVERIFY(p.waitForFinished(60000));
+        const QImage pagina(base + QStringLiteral(".png"));
+        QVERIFY(!pagina.isNull());
+        // 144 dots an inch: 10 twips a dot. The printable area starts a
+        // quarter inch in.
+        const int destra = int((360 + larghezzaTwips) / 10) + 1;
+        int bande = 0;
+        bool inRiga = false;
+        for (int y = 0; y < pagina.height(); ++y) {
+            bool inchiostro = false;
+            for (int x = 0; x < pagina.width(); ++x)
+                if (qGray(pagina.pixel(x, y)) < 160) {
+                    inchiostro = true;
+                    QVERIFY2(x <= destra,
+                             qPrintable(QStringLiteral("inchiostro a %1, oltre %2 (riga %3)")
+                                            .arg(x)
+                                            .arg(destra)
+                                            .arg(y)));
+                }
+            if (inchiostro && !inRiga)
+                ++bande;
+            inRiga = inchiostro;
+        }
+        QCOMPARE(bande, righeDiTesto);
+    }
+
+private slots:
+    void initTestCase() { Fonts::installSubstitutions(); }
+    void init()
+    {
+        t = std::make_unique<TestContext>();
+        SchedeTest::statoDiPartenza((*t)->stato);
+    }
+    void cleanup()
+    {
+        t.reset();
+        settle();
+    }
+
+    void laRegola_data()
+    {
+        QTest::addColumn<QString>("famiglia");
+        QTest::addColumn<double>("punti");
+        QTest::addColumn<bool>("grassetto");
+        QTest::addColumn<QString>("leggibile");
+        QTest::newRow("Arial 10") << "Arial" << 10.0 << false << CaratteriLeggibili::Famiglia;
+        QTest::newRow("Arial 32 grassetto")
+            << "Arial" << 32.0 << true << CaratteriLeggibili::Famiglia;
+        QTest::newRow("Arial 8") << "Arial" << 8.0 << false << CaratteriLeggibili::Famiglia;
+        QTest::newRow("Courier New 12")
+            << "Courier New" << 12.0 << false << CaratteriLeggibili::FamigliaMono;
+        QTest::newRow("Courier New 8")
+            << "Courier New" << 8.0 << false << CaratteriLeggibili::FamigliaMono;
+        QTest::newRow("Courier 14 grassetto")
+            << "Courier" << 14.0 << true << CaratteriLeggibili::FamigliaMono;
+    }
+    void laRegola()
+    {
+        QFETCH(QString, famiglia);
+        QFETCH(double, punti);
+        QFETCH(bool, grassetto);
+        QFETCH(QString, leggibile);
+        QFont progettato(famiglia);
+        progettato.setPointSizeF(punti);
+        progettato.setBold(grassetto);
+
+        CaratteriLeggibili c;
+        QCOMPARE(c.adatta(progettato), progettato);
+        c.setAttivi(true);
+        const QFont f = c.adatta(progettato);
+        QCOMPARE(QFontInfo(f).family(), leggibile);
+        QCOMPARE(f.bold(), grassetto);
+        // Measured as on paper (1440 dots an inch), where rows are packed.
+        QImage carta(1, 1, QImage::Format_Mono);
+        carta.setDotsPerMeterX(qRound(1440 / 0.0254));
+        carta.setDotsPerMeterY(qRound(1440 / 0.0254));
+        const QFontMetricsF prima(progettato, &carta), dopo(f, &carta);
+        // The rows of the printed sheets and of the report are monospaced and
+        // packed a line apart: their ink stays within the designed line, so
+        // rows printed at their designed places never touch.
+        const QString riga = QStringLiteral("  0,563  u = R.0 u 5 d 6 c 3 m  \u00b0 (Sec.12)");
+        const QString piede =
+            QStringLiteral("Livello di difficolt\u00e0: Scomposizione dei numeri");
+        if (leggibile == CaratteriLeggibili::FamigliaMono)
+            for (const QString &testo : {riga, piede})
+                QVERIFY2(dopo.tightBoundingRect(testo).height() < prima.lineSpacing(),
+                         qPrintable(QStringLiteral("%1 >= %2")
+                                        .arg(dopo.tightBoundingRect(testo).height())
+                                        .arg(prima.lineSpacing())));
+        if (leggibile == CaratteriLeggibili::FamigliaMono) {
+            // Columns stay where they were designed, rows as wide.
+            QVERIFY2(qAbs(dopo.horizontalAdvance(riga) - prima.horizontalAdvance(riga)) <
+                         prima.horizontalAdvance(QLatin1Char('0')),
+                     qPrintable(QStringLiteral("%1 / %2")
+                                    .arg(dopo.horizontalAdvance(riga))
+                                    .arg(prima.horizontalAdvance(riga))));
+        } else {
+            // The same size, the small letters not smaller, the letters
+            // further apart.
+            QCOMPARE(f.pointSizeF(), punti);
+            QVERIFY2(dopo.tightBoundingRect(QStringLiteral("x")).height() >=
+                         prima.tightBoundingRect(QStringLiteral("x")).height(),
+                     qPrintable(famiglia));
+            QCOMPARE(f.letterSpacingType(), QFont::PercentageSpacing);
+            QVERIFY(f.letterSpacing() > 100);
+        }
+    }
+
+    // Every screen in the font and back, exactly as designed.
+    void gliSchermiNelCarattereEIndietro()
+    {
+        QList<Form *> schermi = {&(*t)->form<FrmInizio>(), &(*t)->form<frmNome>(),
+                                 &(*t)->form<FrmStampaSchede>(),
+                                 &(*t)->form<FrmStampaEsercizio2>()};
+        QList<QMap<QString, QFont>> progettati;
+        for (Form *s : schermi)
+            progettati << caratteri(*s);
+
+        (*t)->setCaratteriLeggibili(true);
+        for (Form *s : schermi) {
+            for (Control *c : s->Controls()) {
+                if (!c->widget() || c->kind() == ControlKind::Timer)
+                    continue;
+                const QString famiglia = QFontInfo(c->widget()->font()).family();
+                QVERIFY2(famiglia == CaratteriLeggibili::Famiglia ||
+                             famiglia == CaratteriLeggibili::FamigliaMono,
+                         qPrintable(c->objectName() + QStringLiteral(": ") + famiglia));
+            }
+            if (s->findChild<QMenuBar *>())
+                QCOMPARE(QFontInfo(s->findChild<QMenuBar *>()->font()).family(),
+                         CaratteriLeggibili::Famiglia);
+        }
+        // A screen loaded now is built in it.
+        frmOperativo &esercizio = (*t)->form<frmOperativo>();
+        QCOMPARE(QFontInfo(esercizio.get<Control>("lblNumero").widget()->font()).family(),
+                 CaratteriLeggibili::Famiglia);
+        QCOMPARE(QFontInfo(esercizio.get<Control>("LblContatore").widget()->font()).family(),
+                 CaratteriLeggibili::FamigliaMono);
+
+        (*t)->setCaratteriLeggibili(false);
+        for (int i = 0; i < schermi.size(); ++i)
+            QCOMPARE(caratteri(*schermi[i]), progettati[i]);
+        // The same as a screen built with the switch never touched.
+        TestContext altro;
+        SchedeTest::statoDiPartenza(altro->stato);
+        QCOMPARE(caratteri(esercizio), caratteri(altro->form<frmOperativo>()));
+        esercizio.Unload();
+    }
+
+    void laSchedaStampataNelCarattere()
+    {
+        QTemporaryDir cartella;
+        PdfFilePrinter *stampante = nullptr;
+        stampanteSuFile(cartella, &stampante);
+        (*t)->setCaratteriLeggibili(true);
+        auto &schede = (*t)->form<FrmStampaSchede>();
+        QVERIFY(showActive(schede));
+        click(schede.get<OptionButton>("Opt1", 2));
+        schede.get<OptionButton>("Option1", 2).SetFocus();
+        key(Qt::Key_Return);
+        click(schede.get<OptionButton>("Option2", 0));
+        QCOMPARE((*t)->stato.NumeroRighe.value(), 30);
+        click(schede.get<CommandButton>("CmdVisualizzaSchedaDocenti"));
+        click(schede.get<CommandButton>("CmdStampaSchedaDocenti"));
+        QVERIFY(t->boxes->boxes.isEmpty());
+        QVERIFY(t->errors->errors.isEmpty());
+        QVERIFY(QFileInfo::exists(stampante->lastFile()));
+
+        const QString fonts = caratteriDelPdf(stampante->lastFile());
+        QVERIFY2(fonts.contains(QStringLiteral("OpenDyslexicMono")), qPrintable(fonts));
+        QVERIFY2(!fonts.contains(QStringLiteral("Liberation")), qPrintable(fonts));
+        const PrintedPdf stampato(stampante->lastFile());
+        QVERIFY2(stampato.error().isEmpty(), qPrintable(stampato.error()));
+        QCOMPARE(stampato.pages(), 1);
+        // Every row and solution is there, in order.
+        QStringList lette;
+        for (const QString &riga : stampato.lines())
+            lette << riga.simplified();
+        for (int i = 1; i <= 30; ++i)
+            QCOMPARE(lette.value(i + 1), (*t)->stato.RigheDocenti[i].simplified());
+        righeNellaPaginaESeparate(stampante->lastFile(), int(stampato.lines().size()),
+                                  stampante->ScaleWidth());
+    }
+
+    void ilResocontoStampatoNelCarattere()
+    {
+        QTemporaryDir cartella;
+        PdfFilePrinter *stampante = nullptr;
+        stampanteSuFile(cartella, &stampante);
+        (*t)->setCaratteriLeggibili(true);
+        StatoCondiviso &s = (*t)->stato;
+        // Twenty exercises, some with two wrong tries: the longest lines.
+        for (int i = 1; i <= 20; ++i)
+            s.Operazioni[i] =
+                i % 3 ? QStringLiteral("     4700  u = R.4 uk  7  h  (Sec.12)")
+                      : QStringLiteral("  0,473  m = R.4 d  7  c  * "
+                                       "                R.3 d  7  c  * "
+                                       "                R.4 d  7  c  3  m  ° (Sec.124)");
+        s.NumeroEsercizio = 20;
+        auto &resoconto = (*t)->form<FrmStampaEsercizio2>();
+        QVERIFY(showActive(resoconto));
+        resoconto.get<Menu>("mnuStampaEsercizi").action()->trigger();
+        QVERIFY(t->errors->errors.isEmpty());
+        QVERIFY(QFileInfo::exists(stampante->lastFile()));
+        const QString fonts = caratteriDelPdf(stampante->lastFile());
+        QVERIFY2(fonts.contains(QStringLiteral("OpenDyslexic")), qPrintable(fonts));
+        QVERIFY2(!fonts.contains(QStringLiteral("Liberation")), qPrintable(fonts));
+        const PrintedPdf stampato(stampante->lastFile());
+        QVERIFY2(stampato.error().isEmpty(), qPrintable(stampato.error()));
+        QVERIFY(stampato.text().simplified().contains(QStringLiteral("R.4 uk 7 h")));
+        righeNellaPaginaESeparate(stampante->lastFile(), int(stampato.lines().size()),
+                                  stampante->ScaleWidth());
+    }
+
+    void lAttestatoStampatoNelCarattere()
+    {
+        QTemporaryDir cartella;
+        PdfFilePrinter *stampante = nullptr;
+        stampanteSuFile(cartella, &stampante);
+        (*t)->setCaratteriLeggibili(true);
+        StatoCondiviso &s = (*t)->stato;
+        s.EsatteComplessive = 18;
+        s.NumeroEsercizio = 20;
+        s.NomeAttestato = QStringLiteral("MARIO");
+        auto &attestato = (*t)->form<FrmAttestato>();
+        QVERIFY(showActive(attestato));
+        // Every line of the picture drawn in the font, one under the other
+        // as designed.
+        const auto &righe = attestato.get<PictureBox>("Picture1").printedLines();
+        QVERIFY(righe.size() > 20);
+        for (const auto &riga : righe)
+            QCOMPARE(QFontInfo(riga.font).family(), CaratteriLeggibili::Famiglia);
+        mouseDown(attestato.get<OptionButton>("Option5", 0));
+        QVERIFY(t->errors->errors.isEmpty());
+        QVERIFY(QFileInfo::exists(stampante->lastFile()));
+        const QString fonts = caratteriDelPdf(stampante->lastFile());
+        QVERIFY2(fonts.contains(QStringLiteral("OpenDyslexic")), qPrintable(fonts));
+        QVERIFY2(!fonts.contains(QStringLiteral("Liberation")), qPrintable(fonts));
+        const PrintedPdf stampato(stampante->lastFile());
+        QVERIFY2(stampato.error().isEmpty(), qPrintable(stampato.error()));
+        // pdftotext takes wide letter spacing for blanks: the letters, in order.
+        QString lettere = stampato.text();
+        lettere.remove(QRegularExpression(QStringLiteral("\\s")));
+        QVERIFY2(lettere.contains(QStringLiteral("DIPLOMADIMERITO")), qPrintable(stampato.text()));
+        righeNellaPaginaESeparate(stampante->lastFile(), int(stampato.lines().size()),
+                                  stampante->ScaleWidth());
+        attestato.Unload();
+    }
+};
+
+QTEST_MAIN(TestCaratteriLeggibili)
+#include "tst_caratterileggibili.moc"
