@@ -16,6 +16,8 @@
 #include "verifica/frmVerifica.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QMenu>
 #include <QTest>
 #include <random>
 
@@ -165,6 +167,20 @@ private slots:
         settle();
         QVERIFY(t->errors->errors.isEmpty());
         t.reset();
+    }
+
+    // Alt and the underlined letter open the menu "Verifica"; Enter on its
+    // entry opens the code screen.
+    void ilMenuDallaTastiera()
+    {
+        auto &inizio = (*t)->form<FrmInizio>();
+        QVERIFY(showActive(inizio));
+        QMenu *tendina = inizio.get<Menu>("mnuVerifica").action()->menu();
+        QTest::keyClick(&inizio, Qt::Key_I, Qt::AltModifier);
+        QTRY_COMPARE(QApplication::activePopupWidget(), tendina);
+        QTRY_COMPARE(tendina->activeAction(), inizio.get<Menu>("mnuVerificaCodice").action());
+        QTest::keyClick(tendina, Qt::Key_Return);
+        QTRY_VERIFY((*t)->screens().find<frmVerifica>());
     }
 
     void esercizi_sonoLeRigheDiRifaiDaCodice_data()

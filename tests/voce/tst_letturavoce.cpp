@@ -11,6 +11,7 @@
 
 #include <QAccessible>
 #include <QAction>
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QMenu>
 #include <QSettings>
@@ -321,6 +322,33 @@ private slots:
         QSettings letto(file, QSettings::IniFormat);
         QCOMPARE(letto.value("lettura/voce").toBool(), false);
         QCOMPARE(letto.value("lettura/caratteriLeggibili").toBool(), false);
+    }
+
+    // Alt and the underlined letter open the menu "Voce"; arrows and Enter
+    // turn a switch on, and the mark shows it.
+    void iDueInterruttoriDallaTastiera()
+    {
+        QTemporaryDir cartella;
+        AvvioVoce::installa(**t, ImpostazioniUtente(cartella.filePath(QStringLiteral("q.conf"))));
+        FrmInizio &inizio = (*t)->form<FrmInizio>();
+        QVERIFY(showActive(inizio));
+        QMenu *tendina = inizio.get<Menu>("mnuVoce").action()->menu();
+        for (const char *nome : {"mnuLettura", "mnuLeggibili"}) {
+            QTest::keyClick(&inizio, Qt::Key_V, Qt::AltModifier);
+            QTRY_COMPARE(QApplication::activePopupWidget(), tendina);
+            QTRY_VERIFY(tendina->activeAction());
+            Menu &voce = inizio.get<Menu>(nome);
+            while (tendina->activeAction() != voce.action()) {
+                const QAction *prima = tendina->activeAction();
+                QTest::keyClick(tendina, Qt::Key_Down);
+                QVERIFY(tendina->activeAction() != prima);
+            }
+            QTest::keyClick(tendina, Qt::Key_Return);
+            QTRY_VERIFY(!QApplication::activePopupWidget());
+            QVERIFY2(voce.Checked(), nome);
+        }
+        QVERIFY((*t)->voce().attiva());
+        QVERIFY((*t)->caratteriLeggibili().attivi());
     }
 };
 
