@@ -2,6 +2,8 @@
 
 #include <QAbstractButton>
 #include <QAccessibleWidget>
+#include <QAction>
+#include <QMenu>
 #include <QCoreApplication>
 #include <QLabel>
 #include <QMouseEvent>
@@ -190,8 +192,83 @@ public:
     explicit ScreenInterface(QWidget *widget) : QAccessibleWidget(widget, QAccessible::Window) {}
 };
 
+// A menu entry with a check mark (a switch, or one choice of several) is a
+// check box to assistive tools: Qt would make it a plain menu item, whose
+// state an AT-SPI reader hears only once it is checked.
+class CheckableEntryInterface final : public QAccessibleInterface, public QAccessibleActionInterface
+{
+public:
+    CheckableEntryInterface(QMenu *menu, QAction *action) : m_menu(menu), m_action(action) {}
+
+    bool isValid() const override { return m_menu && m_action; }
+    QObject *object() const override { return m_action; }
+    QWindow *window() const override { return m_menu ? m_menu->windowHandle() : nullptr; }
+    QAccessibleInterface *parent() const override
+    {
+        return QAccessible::queryAccessibleInterface(m_menu);
+    }
+    QAccessibleInterface *child(int) const override { return nullptr; }
+    int childCount() const override { return 0; }
+    int indexOfChild(const QAccessibleInterface *) const override { return -1; }
+    QAccessibleInterface *childAt(int, int) const override { return nullptr; }
+    QAccessibleInterface *focusChild() const override { return nullptr; }
+    QString text(QAccessible::Text t) const override
+    {
+        if (t != QAccessible::Name || !m_action)
+            return QString();
+        return QString(m_action->text()).remove(QLatin1Char('&'));
+    }
+    void setText(QAccessible::Text, const QString &) override {}
+    QRect rect() const override
+    {
+        if (!isValid())
+            return QRect();
+        const QRect r = m_menu->actionGeometry(m_action);
+        return QRect(m_menu->mapToGlobal(r.topLeft()), r.size());
+    }
+    QAccessible::Role role() const override { return QAccessible::CheckBox; }
+    QAccessible::State state() const override
+    {
+        QAccessible::State s;
+        if (!isValid())
+            return s;
+        s.checkable = true;
+        s.checked = m_action->isChecked();
+        s.focusable = true;
+        s.disabled = !m_action->isEnabled();
+        s.invisible = !m_menu->isVisible() || !m_action->isVisible();
+        s.focused = m_menu->isVisible() && m_menu->activeAction() == m_action;
+        return s;
+    }
+    void *interface_cast(QAccessible::InterfaceType type) override
+    {
+        return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface *>(this)
+                                                    : nullptr;
+    }
+
+    QStringList actionNames() const override { return {toggleAction()}; }
+    void doAction(const QString &name) override
+    {
+        if (name == toggleAction() && isValid() && m_action->isEnabled())
+            m_action->trigger();
+    }
+    QStringList keyBindingsForAction(const QString &) const override { return {}; }
+
+private:
+    QPointer<QMenu> m_menu;
+    QPointer<QAction> m_action;
+};
+
 QAccessibleInterface *factory(const QString &, QObject *object)
 {
+    if (auto *action = qobject_cast<QAction *>(object)) {
+        if (!action->isCheckable())
+            return nullptr;
+        for (QObject *o : action->associatedObjects())
+            if (auto *menu = qobject_cast<QMenu *>(o))
+                return new CheckableEntryInterface(menu, action);
+        return nullptr;
+    }
     if (!object || !object->isWidgetType())
         return nullptr;
     auto *widget = static_cast<QWidget *>(object);

@@ -90,7 +90,7 @@ def tutti(o):
         yield from tutti(c)
 
 
-def trova(radice, nome, ruoli=("push button", "radio button", "menu item")):
+def trova(radice, nome, ruoli=("push button", "radio button", "menu item", "check box")):
     for o in tutti(radice):
         if o.name == nome and o.getRoleName() in ruoli and stato(o, pyatspi.STATE_SHOWING) \
                 and stato(o, pyatspi.STATE_ENABLED):
@@ -252,7 +252,7 @@ def percorso(quadrivo):
     def voce_del_menu(nome):
         clicca(inizio, "Voce")
         return aspetta(lambda: next((x for x in tutti(applicazione()) if x.name == nome
-                                     and x.getRoleName().endswith("menu item")
+                                     and x.getRoleName() == "check box"
                                      and stato(x, pyatspi.STATE_SHOWING)), None),
                        "'%s' nel menu Voce" % nome)
 
@@ -364,7 +364,7 @@ def voci_misure(inizio):
     if menu is None:
         return None, []
     return menu, [o for o in tutti(menu) if o is not menu
-                  and o.getRoleName() in ("menu item", "check menu item", "radio menu item")]
+                  and o.getRoleName() in ("menu item", "check box")]
 
 
 def misure(inizio):
@@ -382,6 +382,8 @@ def misure(inizio):
     if USCITA:
         with open(os.path.join(USCITA, "FrmInizio-menu-misure.txt"), "w") as out:
             out.write(testo)
+    if [o.getRoleName() for o in voci] != ["check box"] * len(voci):
+        errore("Misure: le voci non si leggono come caselle da spuntare")
     if [o.name for o in voci] != MISURE:
         errore("Misure: le voci sono %s" % [o.name for o in voci])
     if [stato(o, pyatspi.STATE_CHECKED) for o in voci] != [True] + [False] * 8:

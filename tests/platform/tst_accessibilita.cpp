@@ -5,6 +5,7 @@
 #include "platform/Fonts.h"
 #include "platform/controls/Frame.h"
 #include "platform/controls/Label.h"
+#include "platform/controls/Menu.h"
 #include "report/FrmStampaEsercizio2.h"
 #include "report/frmNome.h"
 #include "services/frmSceltaStampante.h"
@@ -17,6 +18,8 @@
 #include "support/TestDoubles.h"
 
 #include <QAccessible>
+#include <QAction>
+#include <QMenu>
 #include <QTest>
 
 using namespace ScreenTest;
@@ -340,6 +343,38 @@ private slots:
         // ...and pressing it all the same does nothing.
         vai->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         QVERIFY(!t->screens().isLoaded<frmOperativo>());
+        t->screens().unloadAll();
+    }
+
+    // A menu entry with a check mark reads as a check box with its state,
+    // on or off, and toggles as if chosen; a plain entry stays Qt's own.
+    void aCheckableMenuEntryIsACheckBoxWithItsState()
+    {
+        TestContext t;
+        FrmInizio &inizio = t->form<FrmInizio>();
+        QVERIFY(showActive(inizio));
+        Menu &numeri = inizio.get<Menu>("mnuMisura", 0);
+        Menu &lunghezze = inizio.get<Menu>("mnuMisura", 1);
+        QMenu *tendina = inizio.get<Menu>("mnuMisure").action()->menu();
+        QAccessibleInterface *menu = QAccessible::queryAccessibleInterface(tendina);
+        QVERIFY(menu);
+        QAccessibleInterface *primo = menu->child(0);
+        QAccessibleInterface *secondo = menu->child(1);
+        QVERIFY(primo && secondo);
+        QCOMPARE(primo->object(), numeri.action());
+        QCOMPARE(primo->role(), QAccessible::CheckBox);
+        QCOMPARE(primo->text(QAccessible::Name), numeri.Caption());
+        QCOMPARE(primo->parent()->object(), tendina);
+        QVERIFY(primo->state().checkable && primo->state().checked);
+        QVERIFY(secondo->state().checkable && !secondo->state().checked);
+        secondo->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+        QVERIFY(lunghezze.Checked());
+        QVERIFY(secondo->state().checked && !primo->state().checked);
+        QCOMPARE(t->stato.FamigliaSimboli.value(), 6);
+        // "Verifica con codice" is a command, not a switch.
+        QMenu *verifica = inizio.get<Menu>("mnuVerifica").action()->menu();
+        QCOMPARE(QAccessible::queryAccessibleInterface(verifica)->child(0)->role(),
+                 QAccessible::MenuItem);
         t->screens().unloadAll();
     }
 };
