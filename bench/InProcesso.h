@@ -4,7 +4,7 @@
 // printed sheet): the application prepared as Quadrivo prepares it, the
 // repetitions, the summary on stderr and one row of the table.
 
-#include "Misure.h"
+#include "Banco.h"
 
 #include "app/Avvio.h"
 #include "support/ScreenTest.h"
@@ -12,7 +12,7 @@
 #include <QApplication>
 #include <functional>
 
-namespace Misure {
+namespace Banco {
 
 // `una` runs one repetition and returns its milliseconds, or -1 (having said
 // why on stderr) when the work went wrong. The row reads "<misura> (median
@@ -44,4 +44,4 @@ inline int inProcesso(int argc, char *argv[], const char *nome, const std::strin
     return esito(o, raggiunto);
 }
 
-} // namespace Misure
+} // namespace Banco

@@ -8,7 +8,7 @@
 // memory is wait4's ru_maxrss. Both programs end by themselves once their
 // first window is drawn and idle. The display is whatever QT_QPA_PLATFORM
 // and DISPLAY say; offscreen when neither is set.
-#include "Misure.h"
+#include "Banco.h"
 #include "Processo.h"
 
 #include <cstdlib>
@@ -41,22 +41,22 @@ bool esegui(Programma &p)
 void descrivi(const Programma &p)
 {
     std::fprintf(stderr, "%-9s time min/median/max %.1f/%.1f/%.1f ms, ", p.nome,
-                 Misure::minimo(p.millisecondi), Misure::mediana(p.millisecondi),
-                 Misure::massimo(p.millisecondi));
+                 Banco::minimo(p.millisecondi), Banco::mediana(p.millisecondi),
+                 Banco::massimo(p.millisecondi));
     std::fprintf(stderr, "peak RSS min/median/max %.1f/%.1f/%.1f MiB\n",
-                 Misure::minimo(p.picchiKiB) / 1024, Misure::mediana(p.picchiKiB) / 1024,
-                 Misure::massimo(p.picchiKiB) / 1024);
+                 Banco::minimo(p.picchiKiB) / 1024, Banco::mediana(p.picchiKiB) / 1024,
+                 Banco::massimo(p.picchiKiB) / 1024);
 }
 
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    const Misure::Opzioni o = Misure::leggiOpzioni(argc, argv, 21);
+    const Banco::Opzioni o = Banco::leggiOpzioni(argc, argv, 21);
     if (o.altri.size() != 2) {
         std::fprintf(stderr, "usage: %s [--ripetizioni N] [--senza-obiettivi] QUADRIVO MINIMO\n",
                      argv[0]);
-        return Misure::Errore;
+        return Banco::Errore;
     }
     if (!std::getenv("QT_QPA_PLATFORM") && !std::getenv("DISPLAY"))
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
@@ -68,25 +68,25 @@ int main(int argc, char *argv[])
     // Alternating, so a slow spell of the machine weighs on both alike.
     for (int i = 0; i < o.ripetizioni; ++i)
         if (!esegui(quadrivo) || !esegui(minimo))
-            return Misure::Errore;
+            return Banco::Errore;
     descrivi(quadrivo);
     descrivi(minimo);
 
-    const double tempoQ = Misure::mediana(quadrivo.millisecondi);
-    const double tempoM = Misure::mediana(minimo.millisecondi);
+    const double tempoQ = Banco::mediana(quadrivo.millisecondi);
+    const double tempoM = Banco::mediana(minimo.millisecondi);
     const double rapporto = tempoQ / tempoM;
-    const double memoriaQ = Misure::mediana(quadrivo.picchiKiB) / 1024;
-    const double memoriaM = Misure::mediana(minimo.picchiKiB) / 1024;
+    const double memoriaQ = Banco::mediana(quadrivo.picchiKiB) / 1024;
+    const double memoriaM = Banco::mediana(minimo.picchiKiB) / 1024;
     const double differenza = memoriaQ - memoriaM;
     const std::string volte = " (median of " + std::to_string(o.ripetizioni) + " runs each)";
 
     bool tutti = true;
-    tutti &= Misure::riga("start-up to idle and quit, Quadrivo / minimal" + volte,
-                          Misure::formato("%.2f (%.0f / %.0f ms)", rapporto, tempoQ, tempoM),
+    tutti &= Banco::riga("start-up to idle and quit, Quadrivo / minimal" + volte,
+                          Banco::formato("%.2f (%.0f / %.0f ms)", rapporto, tempoQ, tempoM),
                           "<= 1.15", rapporto <= 1.15);
     tutti &=
-        Misure::riga("peak RSS, Quadrivo - minimal" + volte,
-                     Misure::formato("%+.1f MiB (%.1f / %.1f MiB)", differenza, memoriaQ, memoriaM),
+        Banco::riga("peak RSS, Quadrivo - minimal" + volte,
+                     Banco::formato("%+.1f MiB (%.1f / %.1f MiB)", differenza, memoriaQ, memoriaM),
                      "<= 4.0 MiB", differenza <= 4.0);
-    return Misure::esito(o, tutti);
+    return Banco::esito(o, tutti);
 }

@@ -68,7 +68,7 @@ double unaSerie()
 
 int main(int argc, char *argv[])
 {
-    return Misure::inProcesso(argc, argv, "classe",
+    return Banco::inProcesso(argc, argv, "classe",
                               "40 copies with keys (80 pages) made and printed to PDF, < 2 MB",
                               1000, unaSerie);
 }

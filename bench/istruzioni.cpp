@@ -9,7 +9,7 @@
 // directory, so the register or settings of whoever runs it do not enter the
 // count. Both are run once without valgrind first, so that a font cache
 // being rebuilt is no one's start-up. Needs valgrind in PATH.
-#include "Misure.h"
+#include "Banco.h"
 #include "Processo.h"
 
 #include <cstdio>
@@ -65,10 +65,10 @@ std::optional<double> istruzioni(const char *nome, const std::vector<std::string
 
 int main(int argc, char *argv[])
 {
-    const Misure::Opzioni o = Misure::leggiOpzioni(argc, argv, 1);
+    const Banco::Opzioni o = Banco::leggiOpzioni(argc, argv, 1);
     if (o.altri.size() != 2) {
         std::fprintf(stderr, "usage: %s [--senza-obiettivi] QUADRIVO MINIMO\n", argv[0]);
-        return Misure::Errore;
+        return Banco::Errore;
     }
     if (!std::getenv("QT_QPA_PLATFORM") && !std::getenv("DISPLAY"))
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
@@ -78,17 +78,17 @@ int main(int argc, char *argv[])
     const std::vector<std::string> minimo = {fs::absolute(o.altri[1])};
     if (!Processo::esegui("Quadrivo", quadrivo, CartelleProprie).riuscito ||
         !Processo::esegui("minimal", minimo, CartelleProprie).riuscito)
-        return Misure::Errore;
+        return Banco::Errore;
     const std::optional<double> q = istruzioni("Quadrivo", quadrivo);
     const std::optional<double> m = istruzioni("minimal", minimo);
     if (!q || !m || *m <= 0)
-        return Misure::Errore;
+        return Banco::Errore;
     std::fprintf(stderr, "Quadrivo  %.0f instructions\nminimal   %.0f instructions\n", *q, *m);
 
     const double rapporto = *q / *m;
     const bool raggiunto =
-        Misure::riga("start-up instructions, Quadrivo / minimal (callgrind, one run each)",
-                     Misure::formato("%.2f (%.1f / %.1f M)", rapporto, *q / 1e6, *m / 1e6),
+        Banco::riga("start-up instructions, Quadrivo / minimal (callgrind, one run each)",
+                     Banco::formato("%.2f (%.1f / %.1f M)", rapporto, *q / 1e6, *m / 1e6),
                      "<= 1.25", rapporto <= 1.25);
-    return Misure::esito(o, raggiunto);
+    return Banco::esito(o, raggiunto);
 }

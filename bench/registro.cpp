@@ -156,13 +156,13 @@ double unaVerifica()
 int main(int argc, char *argv[])
 {
     if (argc > 1 && std::strcmp(argv[1], "verifica") == 0)
-        return Misure::inProcesso(argc, argv, "bench_registro verifica",
+        return Banco::inProcesso(argc, argv, "bench_registro verifica",
                                   "class table of a code taken by 30 pupils, 10 000 other series",
                                   100, unaVerifica);
     const bool vista = argc > 1 && std::strcmp(argv[1], "vista") == 0;
     if (vista)
-        return Misure::inProcesso(argc, argv, "bench_registro vista",
+        return Banco::inProcesso(argc, argv, "bench_registro vista",
                                   "register view opened on 10 000 series", 200, unaVista);
-    return Misure::inProcesso(argc, argv, "bench_registro serie",
+    return Banco::inProcesso(argc, argv, "bench_registro serie",
                               "one series recorded in the register (SQLite)", 50, unaSerie);
 }

@@ -107,5 +107,5 @@ double unaScheda()
 
 int main(int argc, char *argv[])
 {
-    return Misure::inProcesso(argc, argv, "sheet", "30-row teachers' sheet built and printed to PDF", 150, unaScheda);
+    return Banco::inProcesso(argc, argv, "sheet", "30-row teachers' sheet built and printed to PDF", 150, unaScheda);
 }

@@ -129,5 +129,5 @@ double unaSerie()
 
 int main(int argc, char *argv[])
 {
-    return Misure::inProcesso(argc, argv, "series", "20-exercise series through keypad clicks", 200, unaSerie);
+    return Banco::inProcesso(argc, argv, "series", "20-exercise series through keypad clicks", 200, unaSerie);
 }

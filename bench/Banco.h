@@ -17,7 +17,7 @@
 #include <string>
 #include <vector>
 
-namespace Misure {
+namespace Banco {
 
 constexpr int ObiettiviRaggiunti = 0;
 constexpr int ObiettivoMancato = 1;
@@ -94,4 +94,4 @@ inline int esito(const Opzioni &o, bool tuttiRaggiunti)
     return !o.obiettivi || tuttiRaggiunti ? ObiettiviRaggiunti : ObiettivoMancato;
 }
 
-} // namespace Misure
+} // namespace Banco
