@@ -26,6 +26,8 @@
 #include "support/TestDoubles.h"
 
 #include <QAction>
+#include <QDir>
+#include <QFile>
 #include <QFontInfo>
 #include <QFontMetricsF>
 #include <QMenuBar>
@@ -148,6 +150,16 @@ class TestCaratteriLeggibili : public QObject
                                                                     .arg(w.text)
                                                                     .arg(w.box.right())
                                                                     .arg(margine)));
+    }
+
+    // A copy for a person to look at, when QUADRIVO_IMMAGINI names a folder.
+    static void copiaDaGuardare(const QString &pdf, const QString &nome)
+    {
+        if (const QString cartella = qEnvironmentVariable("QUADRIVO_IMMAGINI");
+            !cartella.isEmpty()) {
+            QFile::remove(QDir(cartella).filePath(nome));
+            QFile::copy(pdf, QDir(cartella).filePath(nome));
+        }
     }
 
     static void soloIlCarattereLeggibile(const QString &pdf)
@@ -430,7 +442,10 @@ private slots:
         QVERIFY(t->errors->errors.isEmpty());
         QVERIFY(t->boxes->boxes.isEmpty());
 
+        copiaDaGuardare(stampante->lastFile(), QStringLiteral("resoconto_serie_leggibile.pdf"));
         soloIlCarattereLeggibile(stampante->lastFile());
+        if (QTest::currentTestFailed())
+            return;
         const PrintedPdf stampato(stampante->lastFile());
         QVERIFY2(stampato.error().isEmpty(), qPrintable(stampato.error()));
         QCOMPARE(stampato.pages(), 1);
@@ -478,7 +493,10 @@ private slots:
         const QString serie = stampante->lastFile();
         QVERIFY(QFileInfo::exists(serie));
 
+        copiaDaGuardare(serie, QStringLiteral("serie_classe_leggibile.pdf"));
         soloIlCarattereLeggibile(serie);
+        if (QTest::currentTestFailed())
+            return;
         QVERIFY2(caratteriDelPdf(serie).contains(CaratteriLeggibili::FamigliaMono),
                  qPrintable(caratteriDelPdf(serie)));
         const PrintedPdf stampato(serie);
@@ -541,7 +559,10 @@ private slots:
         QVERIFY(t->errors->errors.isEmpty());
         QVERIFY(t->boxes->boxes.isEmpty());
         QVERIFY(stampante->lastFile() != serie);
+        copiaDaGuardare(stampante->lastFile(), QStringLiteral("rifai_codice_leggibile.pdf"));
         soloIlCarattereLeggibile(stampante->lastFile());
+        if (QTest::currentTestFailed())
+            return;
         const PrintedPdf copia(stampante->lastFile());
         QVERIFY2(copia.error().isEmpty(), qPrintable(copia.error()));
         QCOMPARE(copia.pages(), 1);
