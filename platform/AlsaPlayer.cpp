@@ -1,12 +1,12 @@
 #include "platform/AlsaPlayer.h"
 
+#include "platform/LibreriaDinamica.h"
+
 #include <QDateTime>
 #include <QTimer>
 #include <QtEndian>
 
 #include <alsa/asoundlib.h>
-#include <dlfcn.h>
-#include <type_traits>
 
 namespace {
 
@@ -31,26 +31,18 @@ struct Alsa
 const Alsa *alsa()
 {
     static const Alsa *const caricata = []() -> const Alsa * {
-        void *libreria = dlopen("libasound.so.2", RTLD_NOW | RTLD_LOCAL);
-        if (!libreria)
-            return nullptr;
+        LibreriaDinamica libreria("libasound.so.2");
         static Alsa a;
-        bool tutte = true;
-        auto trova = [&](auto &funzione, const char *nome) {
-            funzione = reinterpret_cast<std::remove_reference_t<decltype(funzione)>>(
-                dlsym(libreria, nome));
-            tutte = tutte && funzione;
-        };
-        trova(a.lib_error_set_handler, "snd_lib_error_set_handler");
-        trova(a.pcm_open, "snd_pcm_open");
-        trova(a.pcm_set_params, "snd_pcm_set_params");
-        trova(a.pcm_close, "snd_pcm_close");
-        trova(a.pcm_writei, "snd_pcm_writei");
-        trova(a.pcm_recover, "snd_pcm_recover");
-        trova(a.pcm_state, "snd_pcm_state");
-        trova(a.pcm_start, "snd_pcm_start");
-        trova(a.pcm_delay, "snd_pcm_delay");
-        return tutte ? &a : nullptr;
+        libreria.trova(a.lib_error_set_handler, "snd_lib_error_set_handler");
+        libreria.trova(a.pcm_open, "snd_pcm_open");
+        libreria.trova(a.pcm_set_params, "snd_pcm_set_params");
+        libreria.trova(a.pcm_close, "snd_pcm_close");
+        libreria.trova(a.pcm_writei, "snd_pcm_writei");
+        libreria.trova(a.pcm_recover, "snd_pcm_recover");
+        libreria.trova(a.pcm_state, "snd_pcm_state");
+        libreria.trova(a.pcm_start, "snd_pcm_start");
+        libreria.trova(a.pcm_delay, "snd_pcm_delay");
+        return libreria.tutte() ? &a : nullptr;
     }();
     return caricata;
 }

@@ -1,11 +1,11 @@
 #include "platform/HeldKeys.h"
 
+#include "platform/LibreriaDinamica.h"
+
 #include <QGuiApplication>
 #include <QTimerEvent>
 
 #include <algorithm>
-#include <dlfcn.h>
-#include <type_traits>
 
 #include <xcb/xcb.h>
 // The XKB header names a field `explicit`, a C++ keyword.
@@ -17,24 +17,6 @@ namespace {
 
 // XCB's keyboard extension, opened only on X11, where Qt's own X11 support
 // has it loaded already: elsewhere it would be start-up work for nothing.
-// Functions of an X library the program does not link: it is opened on X11
-// alone, where Qt has it loaded already, so the other platforms and start-up
-// pay nothing for it; once. Null without the library or one of the functions.
-template <class Funzioni, class Trova> const Funzioni *apri(const char *file, Trova trovaTutte)
-{
-    void *libreria = dlopen(file, RTLD_NOW | RTLD_LOCAL);
-    if (!libreria)
-        return nullptr;
-    static Funzioni f;
-    bool tutte = true;
-    trovaTutte(f, [&](auto &funzione, const char *nome) {
-        funzione =
-            reinterpret_cast<std::remove_reference_t<decltype(funzione)>>(dlsym(libreria, nome));
-        tutte = tutte && funzione;
-    });
-    return tutte ? &f : nullptr;
-}
-
 struct Xkb
 {
     decltype(&xcb_xkb_use_extension) use_extension = nullptr;
@@ -46,12 +28,15 @@ struct Xkb
 // Null without the library: held keys are then paired by their times.
 const Xkb *xkb()
 {
-    static const Xkb *funzioni = apri<Xkb>("libxcb-xkb.so.1", [](Xkb &x, auto trova) {
-        trova(x.use_extension, "xcb_xkb_use_extension");
-        trova(x.use_extension_reply, "xcb_xkb_use_extension_reply");
-        trova(x.per_client_flags, "xcb_xkb_per_client_flags");
-        trova(x.per_client_flags_reply, "xcb_xkb_per_client_flags_reply");
-    });
+    static const Xkb *const funzioni = []() -> const Xkb * {
+        LibreriaDinamica libreria("libxcb-xkb.so.1");
+        static Xkb x;
+        libreria.trova(x.use_extension, "xcb_xkb_use_extension");
+        libreria.trova(x.use_extension_reply, "xcb_xkb_use_extension_reply");
+        libreria.trova(x.per_client_flags, "xcb_xkb_per_client_flags");
+        libreria.trova(x.per_client_flags_reply, "xcb_xkb_per_client_flags_reply");
+        return libreria.tutte() ? &x : nullptr;
+    }();
     return funzioni;
 }
 
@@ -61,12 +46,16 @@ struct Xcb
     decltype(&xcb_query_keymap_reply) query_keymap_reply = nullptr;
 };
 
+// The X key map, asked of libxcb itself: loaded already by Qt on X11.
 const Xcb *xcb()
 {
-    static const Xcb *funzioni = apri<Xcb>("libxcb.so.1", [](Xcb &x, auto trova) {
-        trova(x.query_keymap, "xcb_query_keymap");
-        trova(x.query_keymap_reply, "xcb_query_keymap_reply");
-    });
+    static const Xcb *const funzioni = []() -> const Xcb * {
+        LibreriaDinamica libreria("libxcb.so.1");
+        static Xcb x;
+        libreria.trova(x.query_keymap, "xcb_query_keymap");
+        libreria.trova(x.query_keymap_reply, "xcb_query_keymap_reply");
+        return libreria.tutte() ? &x : nullptr;
+    }();
     return funzioni;
 }
 

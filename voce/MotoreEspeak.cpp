@@ -1,6 +1,8 @@
 #include "voce/MotoreEspeak.h"
 
-#include <QLibrary>
+#include "platform/LibreriaDinamica.h"
+
+#include <QFile>
 #include <QMutexLocker>
 #include <QtEndian>
 #include <map>
@@ -94,26 +96,20 @@ QString MotoreEspeak::caricaGiaBloccato()
     if (m_provato)
         return m_errore;
     m_provato = true;
-    QLibrary libreria(m_libreria);
-    if (!libreria.load()) {
+    LibreriaDinamica libreria(QFile::encodeName(m_libreria).constData());
+    if (!libreria.caricata()) {
         m_errore = QStringLiteral("manca la libreria della sintesi vocale (espeak-ng)");
         return m_errore;
     }
     auto *f = new Funzioni;
     m_f = f;
-    f->initialize =
-        reinterpret_cast<decltype(f->initialize)>(libreria.resolve("espeak_Initialize"));
-    f->setSynthCallback = reinterpret_cast<decltype(f->setSynthCallback)>(
-        libreria.resolve("espeak_SetSynthCallback"));
-    f->setVoiceByName =
-        reinterpret_cast<decltype(f->setVoiceByName)>(libreria.resolve("espeak_SetVoiceByName"));
-    f->setParameter =
-        reinterpret_cast<decltype(f->setParameter)>(libreria.resolve("espeak_SetParameter"));
-    f->synth = reinterpret_cast<decltype(f->synth)>(libreria.resolve("espeak_Synth"));
-    f->synchronize =
-        reinterpret_cast<decltype(f->synchronize)>(libreria.resolve("espeak_Synchronize"));
-    if (!f->initialize || !f->setSynthCallback || !f->setVoiceByName || !f->setParameter ||
-        !f->synth || !f->synchronize) {
+    libreria.trova(f->initialize, "espeak_Initialize");
+    libreria.trova(f->setSynthCallback, "espeak_SetSynthCallback");
+    libreria.trova(f->setVoiceByName, "espeak_SetVoiceByName");
+    libreria.trova(f->setParameter, "espeak_SetParameter");
+    libreria.trova(f->synth, "espeak_Synth");
+    libreria.trova(f->synchronize, "espeak_Synchronize");
+    if (!libreria.tutte()) {
         m_errore = QStringLiteral("la libreria della sintesi vocale non è quella attesa");
         return m_errore;
     }
