@@ -118,17 +118,16 @@ FrmInizio::FrmInizio(AppContext &ctx) : Form(ctx, QStringLiteral("FrmInizio")), 
     mnuAvvertenza = &get<Menu>("mnuAvvertenza");
     mnuRegistro = &get<Menu>("mnuRegistro");
     mnuMisura = array<Menu>("mnuMisura");
-    // The measures' drop-down in the screen's letters, a size larger: read
-    // by pupils as well. Set when it first opens, so starting pays nothing.
-    if (QMenu *tendina = get<Menu>("mnuMisure").action()->menu())
-        connect(
-            tendina, &QMenu::aboutToShow, tendina,
-            [this, tendina] {
+    // The drop-downs in the screen's letters, a size larger: read by pupils
+    // as well. Set as each opens, so starting pays nothing and the letters
+    // follow the high-readability switch.
+    for (const char *voce : {"mnuMisure", "mnuVerifica", "mnuVoce"})
+        if (QMenu *tendina = get<Menu>(voce).action()->menu())
+            connect(tendina, &QMenu::aboutToShow, tendina, [this, tendina] {
                 QFont lettere = font();
                 lettere.setPointSizeF(12);
                 tendina->setFont(lettere);
-            },
-            Qt::SingleShotConnection);
+            });
     mnuLettura = &get<Menu>("mnuLettura");
     mnuLeggibili = &get<Menu>("mnuLeggibili");
 

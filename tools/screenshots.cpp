@@ -382,6 +382,9 @@ void tuttiGliSchermi()
     QMenu *voce = inizio.get<Menu>("mnuVoce").action()->menu();
     salvaConTendina(inizio, *voce, Qt::Key_V, QStringLiteral("FrmInizio-menu-voce"));
     voce->hide();
+    QMenu *verifica = inizio.get<Menu>("mnuVerifica").action()->menu();
+    salvaConTendina(inizio, *verifica, Qt::Key_I, QStringLiteral("FrmInizio-menu-verifica"));
+    verifica->hide();
 
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     salva(inizio, QStringLiteral("FrmInizio-order"));
