@@ -15,6 +15,7 @@
 #include "registro/RiepilogoAlunni.h"
 #include "registro/StampaRegistro.h"
 #include "registro/UnitaSerie.h"
+#include "registro/VistaInCornice.h"
 #include "registro/frmVerifiche.h"
 #include "services/frmSceltaStampante.h"
 
@@ -26,7 +27,6 @@
 #include <QSaveFile>
 #include <QStandardItemModel>
 #include <QTableView>
-#include <QVBoxLayout>
 #include <cmath>
 
 namespace {
@@ -55,14 +55,6 @@ QDate leggiData(const QString &testo, bool *valida)
     }
     *valida = false;
     return {};
-}
-
-template <class V> V *dentro(Frame &cornice, V *vista)
-{
-    auto *layout = new QVBoxLayout(cornice.widget());
-    layout->setContentsMargins(6, cornice.Caption().isEmpty() ? 6 : 20, 6, 6);
-    layout->addWidget(vista);
-    return vista;
 }
 
 } // namespace
@@ -112,7 +104,7 @@ frmRegistro::frmRegistro(AppContext &ctx, const ImpostazioniRegistro &impostazio
     cboUnita->setEtichetta(get<Label>("lblUnita"));
 
     m_modello = new ModelloSerie(this);
-    m_tabellaSerie = dentro(get<Frame>("fraSerie"), new QTableView);
+    m_tabellaSerie = vistaInCornice(get<Frame>("fraSerie"), new QTableView);
     m_tabellaSerie->setObjectName(QStringLiteral("tabellaSerie"));
     m_tabellaSerie->setModel(m_modello);
     m_tabellaSerie->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -134,7 +126,7 @@ frmRegistro::frmRegistro(AppContext &ctx, const ImpostazioniRegistro &impostazio
     m_alunni->setHorizontalHeaderLabels({QStringLiteral("Alunno"), QStringLiteral("Serie"),
                                          QStringLiteral("Esatte %"), QStringLiteral("Sec./es.")});
     m_alunni->setHorizontalHeaderItem(4, new QStandardItem(QStringLiteral("Ultime serie")));
-    m_tabellaAlunni = dentro(get<Frame>("fraAlunni"), new QTableView);
+    m_tabellaAlunni = vistaInCornice(get<Frame>("fraAlunni"), new QTableView);
     m_tabellaAlunni->setObjectName(QStringLiteral("tabellaAlunni"));
     m_tabellaAlunni->setModel(m_alunni);
     m_tabellaAlunni->setItemDelegateForColumn(4, new GraficoSerie(m_tabellaAlunni));
@@ -147,7 +139,7 @@ frmRegistro::frmRegistro(AppContext &ctx, const ImpostazioniRegistro &impostazio
     m_tabellaAlunni->setAccessibleName(QStringLiteral("Alunni"));
     m_tabellaAlunni->setFont(normale);
 
-    m_righe = dentro(get<Frame>("fraRighe"), new QPlainTextEdit);
+    m_righe = vistaInCornice(get<Frame>("fraRighe"), new QPlainTextEdit);
     m_righe->setObjectName(QStringLiteral("righe"));
     m_righe->setReadOnly(true);
     m_righe->setLineWrapMode(QPlainTextEdit::NoWrap);

@@ -9,6 +9,7 @@
 #include "platform/controls/Label.h"
 #include "registro/CsvVerifica.h"
 #include "registro/StampaVerifica.h"
+#include "registro/VistaInCornice.h"
 #include "registro/frmRegistro.h"
 
 #include <QDir>
@@ -16,7 +17,6 @@
 #include <QSaveFile>
 #include <QStandardItemModel>
 #include <QTableView>
-#include <QVBoxLayout>
 #include <cmath>
 
 namespace {
@@ -47,10 +47,7 @@ QColor colore(int esito)
 
 QTableView *tabellaIn(Frame &cornice, const QString &nome)
 {
-    auto *vista = new QTableView;
-    auto *layout = new QVBoxLayout(cornice.widget());
-    layout->setContentsMargins(6, 20, 6, 6);
-    layout->addWidget(vista);
+    auto *vista = vistaInCornice(cornice, new QTableView);
     vista->setObjectName(nome);
     vista->setAccessibleName(cornice.Caption());
     vista->setEditTriggers(QAbstractItemView::NoEditTriggers);
