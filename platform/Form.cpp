@@ -1,6 +1,7 @@
 #include "platform/Form.h"
 
 #include "platform/Accessibility.h"
+#include "platform/BarraMenu.h"
 #include "platform/FocusReturn.h"
 #include "platform/HeldKeys.h"
 #include "platform/ScreenRegistry.h"
@@ -49,7 +50,7 @@ Form::~Form() = default;
 QMenuBar *Form::menuBar()
 {
     if (!m_menuBar) {
-        m_menuBar = new QMenuBar(this);
+        m_menuBar = new BarraMenu(this);
         m_menuBar->setNativeMenuBar(false);
         static_cast<QVBoxLayout *>(layout())->setMenuBar(m_menuBar);
     }

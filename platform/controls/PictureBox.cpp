@@ -14,6 +14,8 @@ public:
         : QWidget(parent), m_box(box), m_border(border)
     {
         setFocusPolicy(Qt::StrongFocus);
+        // Every paint fills the whole box first: Qt need not fill it too.
+        setAttribute(Qt::WA_OpaquePaintEvent);
     }
 
 protected:
@@ -38,7 +40,6 @@ PictureBox::PictureBox(Form &form, const ControlDef &def, Control *container)
     : Control(form, def, container)
 {
     auto *w = new PictureWidget(this, def.border, parentWidget());
-    w->setAutoFillBackground(true);
     setWidget(w);
     m_font = w->font();
     if (def.fore.isValid())
