@@ -88,6 +88,13 @@ inline bool riga(const std::string &misura, const std::string &valore, const std
     return raggiunto;
 }
 
+// A row with no target, to read the others by.
+inline void rigaDiRiferimento(const std::string &misura, const std::string &valore)
+{
+    std::printf("%s\t%s\t(reference)\t-\n", misura.c_str(), valore.c_str());
+    std::fflush(stdout);
+}
+
 // The exit status for targets met or not, given the options.
 inline int esito(const Opzioni &o, bool tuttiRaggiunti)
 {

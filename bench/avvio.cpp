@@ -1,7 +1,10 @@
 // Start-up and memory of Quadrivo against a minimal Qt Widgets program.
 //
-//   bench_avvio [--ripetizioni N] [--senza-obiettivi] QUADRIVO MINIMO
+//   bench_avvio [--ripetizioni N] [--senza-obiettivi] QUADRIVO MINIMO [PAVIMENTO]
 //
+// PAVIMENTO, when given, is a bare Qt window showing what the start screen's
+// first frame shows (its size, its menu titles): timed in the same rounds,
+// it says how much of the gap is the cost of those pixels alone.
 // Runs `QUADRIVO --prova-avvio` and MINIMO in turn, N times each, every run
 // in a fresh temporary working directory (Quadrivo writes its settings
 // there), and times each from fork to the end of wait4; the peak resident
@@ -53,8 +56,9 @@ void descrivi(const Programma &p)
 int main(int argc, char *argv[])
 {
     const Banco::Opzioni o = Banco::leggiOpzioni(argc, argv, 21);
-    if (o.altri.size() != 2) {
-        std::fprintf(stderr, "usage: %s [--ripetizioni N] [--senza-obiettivi] QUADRIVO MINIMO\n",
+    if (o.altri.size() != 2 && o.altri.size() != 3) {
+        std::fprintf(stderr,
+                     "usage: %s [--ripetizioni N] [--senza-obiettivi] QUADRIVO MINIMO [PAVIMENTO]\n",
                      argv[0]);
         return Banco::Errore;
     }
@@ -65,12 +69,16 @@ int main(int argc, char *argv[])
     // Absolute: each run starts in a directory of its own.
     Programma quadrivo{"Quadrivo", {fs::absolute(o.altri[0]), "--prova-avvio"}, {}, {}};
     Programma minimo{"minimal", {fs::absolute(o.altri[1])}, {}, {}};
-    // Alternating, so a slow spell of the machine weighs on both alike.
+    const bool conPavimento = o.altri.size() == 3;
+    Programma pavimento{"floor", {conPavimento ? fs::absolute(o.altri[2]) : fs::path()}, {}, {}};
+    // Alternating, so a slow spell of the machine weighs on all alike.
     for (int i = 0; i < o.ripetizioni; ++i)
-        if (!esegui(quadrivo) || !esegui(minimo))
+        if (!esegui(quadrivo) || !esegui(minimo) || (conPavimento && !esegui(pavimento)))
             return Banco::Errore;
     descrivi(quadrivo);
     descrivi(minimo);
+    if (conPavimento)
+        descrivi(pavimento);
 
     const double tempoQ = Banco::mediana(quadrivo.millisecondi);
     const double tempoM = Banco::mediana(minimo.millisecondi);
@@ -88,5 +96,11 @@ int main(int argc, char *argv[])
         Banco::riga("peak RSS, Quadrivo - minimal" + volte,
                      Banco::formato("%+.1f MiB (%.1f / %.1f MiB)", differenza, memoriaQ, memoriaM),
                      "<= 4.0 MiB", differenza <= 4.0);
+    if (conPavimento) {
+        const double tempoP = Banco::mediana(pavimento.millisecondi);
+        Banco::rigaDiRiferimento(
+            "start-up, bare window with the start screen's size and menu titles / minimal" + volte,
+            Banco::formato("%.2f (%.0f / %.0f ms)", tempoP / tempoM, tempoP, tempoM));
+    }
     return Banco::esito(o, tutti);
 }

@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QMenu>
 #include <QCoreApplication>
+#include <QHash>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPointer>
@@ -12,13 +13,45 @@
 
 namespace {
 
-const char *const KindProperty = "quadrivoControlKind";
-const char *const ScreenProperty = "quadrivoScreen";
-const char *const DecorativeProperty = "quadrivoDecorative";
-// Object names, looked up in the window when asked: a pointer could outlive
-// its widget while a screen is being destroyed.
-const char *const LabelProperty = "quadrivoLabel";
-const char *const LabelForProperty = "quadrivoLabelFor";
+// What the program says of a widget, kept beside it. A dynamic property
+// would do, but every look-up of one first goes through all of Qt's own
+// properties of the widget, and these are asked for whenever Qt describes a
+// widget: on every text set, from the first screen on.
+struct Scheda
+{
+    int kind = -1; // a ControlKind once described as a control
+    bool screen = false;
+    bool decorative = false;
+    // Object names, looked up in the window when asked: a pointer could
+    // outlive its widget while a screen is being destroyed.
+    QString label;
+    QStringList labelFor;
+};
+
+QHash<const QObject *, Scheda> &schede()
+{
+    static QHash<const QObject *, Scheda> tutte;
+    return tutte;
+}
+
+// The record of `object`, made on first use and dropped with the object.
+Scheda &scheda(QObject *object)
+{
+    auto &tutte = schede();
+    auto it = tutte.find(object);
+    if (it == tutte.end()) {
+        it = tutte.insert(object, {});
+        QObject::connect(object, &QObject::destroyed, [object] { schede().remove(object); });
+    }
+    return *it;
+}
+
+const Scheda *trova(const QObject *object)
+{
+    const auto &tutte = schede();
+    const auto it = tutte.constFind(object);
+    return it == tutte.cend() ? nullptr : &*it;
+}
 
 QWidget *named(const QWidget *from, const QString &name)
 {
@@ -27,8 +60,8 @@ QWidget *named(const QWidget *from, const QString &name)
 
 bool isFrame(const QWidget *w)
 {
-    return w->property(KindProperty).toInt() == int(ControlKind::Frame) &&
-           w->property(KindProperty).isValid();
+    const Scheda *s = trova(w);
+    return s && s->kind == int(ControlKind::Frame);
 }
 
 // A shown sibling stacked above `w` that covers all of it.
@@ -109,12 +142,14 @@ public:
     {
         QList<QPair<QAccessibleInterface *, QAccessible::Relation>> out;
         if (match & QAccessible::Label) {
-            if (QWidget *l = named(widget(), widget()->property(LabelProperty).toString()))
+            const Scheda *s = trova(widget());
+            if (QWidget *l = named(widget(), s ? s->label : QString()))
                 if (QAccessibleInterface *a = QAccessible::queryAccessibleInterface(l))
                     out.append({a, QAccessible::Label});
         }
         if (match & QAccessible::Labelled) {
-            const QStringList names = widget()->property(LabelForProperty).toStringList();
+            const Scheda *s = trova(widget());
+            const QStringList names = s ? s->labelFor : QStringList();
             for (const QString &n : names)
                 if (QWidget *c = named(widget(), n))
                     if (QAccessibleInterface *a = QAccessible::queryAccessibleInterface(c))
@@ -271,13 +306,15 @@ QAccessibleInterface *factory(const QString &, QObject *object)
     }
     if (!object || !object->isWidgetType())
         return nullptr;
-    auto *widget = static_cast<QWidget *>(object);
-    if (object->property(ScreenProperty).toBool())
-        return new ScreenInterface(widget);
-    const QVariant kind = object->property(KindProperty);
-    if (!kind.isValid())
+    const Scheda *s = trova(object);
+    if (!s)
         return nullptr;
-    return new ControlInterface(widget, ControlKind(kind.toInt()));
+    auto *widget = static_cast<QWidget *>(object);
+    if (s->screen)
+        return new ScreenInterface(widget);
+    if (s->kind < 0)
+        return nullptr;
+    return new ControlInterface(widget, ControlKind(s->kind));
 }
 
 bool ownDescription(ControlKind kind)
@@ -313,7 +350,7 @@ void describe(QWidget *widget, ControlKind kind)
 {
     installFactory();
     if (ownDescription(kind)) {
-        widget->setProperty(KindProperty, int(kind));
+        scheda(widget).kind = int(kind);
         // Setting a new label's text already made Qt's description of it
         // (Qt describes a widget as soon as a text changes): make way.
         QAccessibleInterface *made = QAccessible::queryAccessibleInterface(widget);
@@ -328,32 +365,33 @@ void describe(QWidget *widget, ControlKind kind)
 void describeScreen(QWidget *window)
 {
     installFactory();
-    window->setProperty(ScreenProperty, true);
+    scheda(window).screen = true;
 }
 
 void labelledBy(QWidget *widget, QWidget *label)
 {
     // Qt describes text boxes and combo boxes itself: it finds their label
     // through the label's buddy.
-    if (!widget->property(KindProperty).isValid())
+    const Scheda *s = trova(widget);
+    if (!s || s->kind < 0)
         if (auto *l = qobject_cast<QLabel *>(label))
             l->setBuddy(widget);
-    widget->setProperty(LabelProperty, label->objectName());
-    QStringList labelFor = label->property(LabelForProperty).toStringList();
+    scheda(widget).label = label->objectName();
+    QStringList &labelFor = scheda(label).labelFor;
     if (!labelFor.contains(widget->objectName()))
         labelFor.append(widget->objectName());
-    label->setProperty(LabelForProperty, labelFor);
 }
 
 void setDecorative(QWidget *widget)
 {
-    widget->setProperty(DecorativeProperty, true);
+    scheda(widget).decorative = true;
     widget->setFocusPolicy(Qt::NoFocus);
 }
 
 bool isDecorative(const QWidget *widget)
 {
-    return widget->property(DecorativeProperty).toBool();
+    const Scheda *s = trova(widget);
+    return s && s->decorative;
 }
 
 } // namespace Accessibility

@@ -37,7 +37,7 @@ esegui() {
         stato=1
     fi
 }
-esegui "$bin/bench_avvio" "$build_dir/app/Quadrivo" "$bin/bench_minimo"
+esegui "$bin/bench_avvio" "$build_dir/app/Quadrivo" "$bin/bench_minimo" "$bin/bench_pavimento"
 esegui "$bin/bench_istruzioni" "$build_dir/app/Quadrivo" "$bin/bench_minimo"
 esegui "$bin/bench_serie"
 esegui "$bin/bench_scheda"
