@@ -144,6 +144,8 @@ Control *Form::create(const ControlDef &def)
     if (def.kind == ControlKind::OptionButton && def.value)
         m_designChosen.push_back(static_cast<OptionButton *>(c.get()));
     m_order.push_back(c.get());
+    if (QWidget *w = c->widget())
+        m_perWidget.insert(w, c.get());
     m_controls.push_back(std::move(c));
     return m_order.back();
 }
@@ -169,10 +171,9 @@ Control *Form::findControl(const QString &name, int index) const
 
 Control *Form::controlOf(QObject *widget) const
 {
-    for (Control *c : m_order)
-        if (c->widget() == widget)
-            return c;
-    return nullptr;
+    // A widget gone and another made at its address is nobody's.
+    Control *c = m_perWidget.value(widget);
+    return c && c->widget() == widget ? c : nullptr;
 }
 
 double Form::ScaleWidth() const

@@ -4,6 +4,7 @@
 #include "platform/ControlArray.h"
 #include "platform/ControlDef.h"
 
+#include <QHash>
 #include <QPointer>
 #include <QWidget>
 #include <memory>
@@ -128,6 +129,8 @@ private:
     QMenuBar *m_menuBar = nullptr;
     std::vector<std::unique_ptr<Control>> m_controls;
     std::vector<Control *> m_order;
+    // Which control a widget is, for every event the screen's filter sees.
+    QHash<const QObject *, Control *> m_perWidget;
     QColor m_back;
     QFont m_fontProgetto;
     bool m_fontProprio = false;
