@@ -30,8 +30,10 @@ struct Scheda
 
 QHash<const QObject *, Scheda> &schede()
 {
-    static QHash<const QObject *, Scheda> tutte;
-    return tutte;
+    // Never destroyed: a widget may still go after static destruction has
+    // begun, and would then remove itself from a table already gone.
+    static auto *tutte = new QHash<const QObject *, Scheda>;
+    return *tutte;
 }
 
 // The record of `object`, made on first use and dropped with the object.
