@@ -1,6 +1,6 @@
 #include "platform/BarraMenu.h"
 
-#include <QActionEvent>
+#include <QEvent>
 
 BarraMenu::BarraMenu(QWidget *parent) : QMenuBar(parent)
 {
@@ -8,8 +8,8 @@ BarraMenu::BarraMenu(QWidget *parent) : QMenuBar(parent)
 
 bool BarraMenu::event(QEvent *e)
 {
-    // On show, QMenuBar only lays its titles out again: skip that when they
-    // are laid out already. Everything a plain widget does on show still runs.
+    // On show, QMenuBar only lays its titles out again: skip that once they
+    // are laid out. Everything a plain widget does on show still runs.
     if (e->type() == QEvent::Show && m_misurata) {
         const bool fatto = QWidget::event(e);
         update();
@@ -25,27 +25,4 @@ void BarraMenu::resizeEvent(QResizeEvent *e)
 {
     QMenuBar::resizeEvent(e);
     m_misurata = true;
-}
-
-void BarraMenu::actionEvent(QActionEvent *e)
-{
-    m_misurata = false;
-    QMenuBar::actionEvent(e);
-}
-
-void BarraMenu::changeEvent(QEvent *e)
-{
-    switch (e->type()) {
-    case QEvent::FontChange:
-    case QEvent::StyleChange:
-    case QEvent::LanguageChange:
-    case QEvent::LayoutDirectionChange:
-    case QEvent::ApplicationFontChange:
-    case QEvent::PaletteChange:
-        m_misurata = false;
-        break;
-    default:
-        break;
-    }
-    QMenuBar::changeEvent(e);
 }

@@ -1,27 +1,15 @@
 #include "platform/CaratteriLeggibili.h"
 
+#include "platform/Twips.h"
+
 #include <QFontInfo>
 #include <QFontMetricsF>
 #include <QHash>
-#include <QImage>
 
 const QString CaratteriLeggibili::Famiglia = QStringLiteral("OpenDyslexic");
 const QString CaratteriLeggibili::FamigliaMono = QStringLiteral("OpenDyslexicMono");
 
 namespace {
-
-// Metrics at a fixed resolution, whatever the screen or printer.
-const QPaintDevice &misura()
-{
-    static const QImage device = [] {
-        QImage image(1, 1, QImage::Format_Mono);
-        const int dotsPerMeter = qRound(1440 / 0.0254);
-        image.setDotsPerMeterX(dotsPerMeter);
-        image.setDotsPerMeterY(dotsPerMeter);
-        return image;
-    }();
-    return device;
-}
 
 bool monospaziato(const QFont &f)
 {
@@ -69,14 +57,14 @@ QFont CaratteriLeggibili::leggibile(const QFont &progettato)
     // numbers spread with blanks stand where they were designed and a row
     // is as wide as designed: the size comes down if the new letters are
     // wider, and any difference left becomes letter spacing.
-    const double passo = QFontMetricsF(progettato, &misura()).horizontalAdvance(QLatin1Char('0'));
-    double proprio = QFontMetricsF(f, &misura()).horizontalAdvance(QLatin1Char('0'));
+    const double passo = QFontMetricsF(progettato, &Twips::device()).horizontalAdvance(QLatin1Char('0'));
+    double proprio = QFontMetricsF(f, &Twips::device()).horizontalAdvance(QLatin1Char('0'));
     if (proprio > passo && proprio > 0) {
         if (f.pointSizeF() > 0)
             f.setPointSizeF(f.pointSizeF() * passo / proprio);
         else if (f.pixelSize() > 0)
             f.setPixelSize(std::max(1, int(f.pixelSize() * passo / proprio)));
-        proprio = QFontMetricsF(f, &misura()).horizontalAdvance(QLatin1Char('0'));
+        proprio = QFontMetricsF(f, &Twips::device()).horizontalAdvance(QLatin1Char('0'));
     }
     // As a share of the advance, so it holds on screen and paper alike.
     if (proprio > 0)

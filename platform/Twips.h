@@ -3,6 +3,8 @@
 #include <QColor>
 #include <cmath>
 
+class QPaintDevice;
+
 // Design units: twips (1440 per inch), 15 to a pixel at 96 logical DPI.
 // Geometry is kept in (fractional) twips and turned into pixels only when it
 // is applied, so scaling back to the design size gives the design back.
@@ -19,6 +21,10 @@ inline double fromPixels(double pixels)
 {
     return pixels * PerPixel;
 }
+
+// A device of 1440 dots per inch: font metrics taken on it come out in
+// twips, whatever the screen or printer the text is finally drawn on.
+const QPaintDevice &device();
 
 } // namespace Twips
 

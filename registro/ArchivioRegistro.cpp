@@ -231,6 +231,15 @@ ArchivioRegistro::Esito ArchivioRegistro::prepara()
     return fallito(m_db.lastError().isValid() ? m_db.lastError() : QSqlError(errore));
 }
 
+void ArchivioRegistro::fineLettura(Esito e, Esito *esito)
+{
+    // A lost server: the next call connects again.
+    if (e == NonRaggiungibile)
+        chiudi();
+    if (esito)
+        *esito = e;
+}
+
 ArchivioRegistro::Esito ArchivioRegistro::fallito(const QSqlError &errore)
 {
     if (!errore.text().trimmed().isEmpty())
@@ -385,10 +394,7 @@ QList<SerieRegistrata> ArchivioRegistro::elenco(const Filtro &filtro, Esito *esi
             e = fallito(q.lastError());
         }
     }
-    if (e == NonRaggiungibile)
-        chiudi();
-    if (esito)
-        *esito = e;
+    fineLettura(e, esito);
     return risultato;
 }
 
@@ -446,10 +452,7 @@ QList<ArchivioRegistro::VoceVerifica> ArchivioRegistro::verifiche(Esito *esito)
             e = fallito(q.lastError());
         }
     }
-    if (e == NonRaggiungibile)
-        chiudi();
-    if (esito)
-        *esito = e;
+    fineLettura(e, esito);
     return risultato;
 }
 
@@ -492,10 +495,7 @@ QList<SerieRegistrata> ArchivioRegistro::serieDiVerifica(const QString &verifica
             risultato.clear();
         }
     }
-    if (e == NonRaggiungibile)
-        chiudi();
-    if (esito)
-        *esito = e;
+    fineLettura(e, esito);
     return risultato;
 }
 

@@ -86,6 +86,8 @@ private:
     Esito apriPostgreSQL();
     Esito prepara();
     Esito fallito(const QSqlError &errore);
+    // The end of a read: its outcome to `esito`, when asked for.
+    void fineLettura(Esito e, Esito *esito);
     bool mettiDaParte();
 
     ImpostazioniRegistro m_impostazioni;

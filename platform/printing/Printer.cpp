@@ -2,29 +2,12 @@
 
 #include "platform/CaratteriLeggibili.h"
 #include "platform/RuntimeError.h"
+#include "platform/Twips.h"
 #include "platform/printing/PrinterFonts.h"
 
 #include <QFontMetricsF>
 #include <QPageSize>
 #include <QPainter>
-
-namespace {
-
-// Font metrics taken at 1440 dots per inch come out in twips, whatever the
-// device the page is finally drawn on.
-const QPaintDevice &twipDevice()
-{
-    static const QImage device = [] {
-        QImage image(1, 1, QImage::Format_Mono);
-        const int dotsPerMeter = qRound(1440 / 0.0254);
-        image.setDotsPerMeterX(dotsPerMeter);
-        image.setDotsPerMeterY(dotsPerMeter);
-        return image;
-    }();
-    return device;
-}
-
-} // namespace
 
 Printer::Printer() = default;
 Printer::~Printer() = default;
@@ -160,12 +143,12 @@ QString Printer::Fonts(int index) const
 double Printer::TextHeight() const
 {
     // Rows are spaced as designed, in the high-readability font too.
-    return QFontMetricsF(fontProgettato(), &twipDevice()).lineSpacing();
+    return QFontMetricsF(fontProgettato(), &Twips::device()).lineSpacing();
 }
 
 double Printer::TextWidth(const QString &text) const
 {
-    return QFontMetricsF(font(), &twipDevice()).horizontalAdvance(text);
+    return QFontMetricsF(font(), &Twips::device()).horizontalAdvance(text);
 }
 
 QFont Printer::fontProgettato() const

@@ -130,8 +130,10 @@ private slots:
             passo(*f);
             QVERIFY(mostra(f->finestra));
         }
-        QCOMPARE(posti(*nostra.menu), posti(*qt.menu));
+        // Drawn first: asking where a title is lays the bar out, drawing
+        // must not need that.
         QCOMPARE(nostra.finestra.grab().toImage(), qt.finestra.grab().toImage());
+        QCOMPARE(posti(*nostra.menu), posti(*qt.menu));
     }
 
     // A title changed while the bar shows is laid out at once, as Qt does.
@@ -145,8 +147,8 @@ private slots:
             f->menu->actions().at(2)->setText(QStringLiteral("Opzioni del programma"));
             QApplication::processEvents();
         }
-        QCOMPARE(posti(*nostra.menu), posti(*qt.menu));
         QCOMPARE(nostra.finestra.grab().toImage(), qt.finestra.grab().toImage());
+        QCOMPARE(posti(*nostra.menu), posti(*qt.menu));
     }
 
     // The point of the bar: shown for the first time, it measures its titles
