@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/SegnalePronto.h"
+
 #include <QEvent>
 #include <QObject>
 #include <QTimer>
@@ -8,7 +10,8 @@
 #include <utility>
 
 // Calls `done` once `window` has been painted for the first time and the
-// events queued by then have run: the program is on screen and idle. Used by
+// events queued by then have run: the program is on screen and idle; a
+// runner waiting for that moment is told first (SegnalePronto.h). Used by
 // `--prova-avvio` to time a start-up from outside; header-only, so the
 // benchmark's minimal Qt program measures itself the same way.
 inline void quandoProntoEInattivo(QWidget *window, std::function<void()> done)
@@ -19,7 +22,10 @@ inline void quandoProntoEInattivo(QWidget *window, std::function<void()> done)
         bool eventFilter(QObject *, QEvent *event) override
         {
             if (event->type() == QEvent::Paint && done) {
-                QTimer::singleShot(0, std::exchange(done, {}));
+                QTimer::singleShot(0, [d = std::exchange(done, {})] {
+                    segnalaPronto();
+                    d();
+                });
                 deleteLater();
             }
             return false;

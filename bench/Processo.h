@@ -5,6 +5,8 @@
 // its output in a file shown only when the run fails, killed when it does not
 // end in time. Plain C++ and POSIX, so the runners need no Qt.
 
+#include "app/SegnalePronto.h"
+
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -32,7 +34,11 @@ struct Esito
     bool riuscito = false;   // ended by itself with status 0
     double millisecondi = 0; // from fork to the end of wait4
     double piccoKiB = 0;     // wait4's ru_maxrss
+    // From fork to the program's signal that its window is drawn and idle
+    // (asked for with `segnale`); negative when it gave none.
+    double prontoMillisecondi = -1;
 };
+
 
 inline double adesso()
 {
@@ -73,10 +79,13 @@ inline std::string leggi(const fs::path &file)
 // no slash) in a new directory, with `ambiente` ("NAME=value") added to the
 // environment; `$DIR` in an argument or a value stands for that directory.
 // `dopo` is called with the directory once the run has ended well, before
-// the directory is removed. On failure, says why on stderr.
+// the directory is removed. With `segnale`, the program is handed a pipe to
+// say when its window is ready, and a run that ends without saying so has
+// failed. On failure, says why on stderr.
 inline Esito esegui(const char *nome, const std::vector<std::string> &argomenti,
                     const std::vector<std::string> &ambiente = {},
-                    const std::function<void(const fs::path &)> &dopo = {})
+                    const std::function<void(const fs::path &)> &dopo = {},
+                    bool segnale = false)
 {
     Esito esito;
     const fs::path base = std::getenv("TMPDIR") ? std::getenv("TMPDIR") : "/tmp";
@@ -93,11 +102,21 @@ inline Esito esegui(const char *nome, const std::vector<std::string> &argomenti,
             s.replace(p, 4, cartella.string());
         return s;
     };
+    // The read end stays with the runner only; the write end goes to the
+    // program alone, so the read sees the end of the pipe when it exits.
+    int tubo[2] = {-1, -1};
+    if (segnale && pipe2(tubo, O_CLOEXEC) != 0) {
+        std::perror("pipe2");
+        fs::remove_all(cartella);
+        return esito;
+    }
     std::vector<std::string> parole, variabili;
     for (const std::string &a : argomenti)
         parole.push_back(sostituisci(a));
     for (const std::string &v : ambiente)
         variabili.push_back(sostituisci(v));
+    if (segnale)
+        variabili.push_back(std::string(VariabileSegnalePronto) + "=" + std::to_string(tubo[1]));
     std::vector<char *> argv;
     for (std::string &a : parole)
         argv.push_back(a.data());
@@ -112,24 +131,42 @@ inline Esito esegui(const char *nome, const std::vector<std::string> &argomenti,
         dup2(fd, STDOUT_FILENO);
         dup2(fd, STDERR_FILENO);
         close(fd);
+        if (segnale && fcntl(tubo[1], F_SETFD, 0) != 0)
+            _exit(126);
         for (std::string &v : variabili)
             putenv(v.data());
         execvp(argv[0], argv.data());
         _exit(127);
     }
+    if (segnale)
+        close(tubo[1]);
     if (pid < 0) {
         std::perror("fork");
+        if (segnale)
+            close(tubo[0]);
         return esito;
     }
 
+    alarm(LimiteSecondi);
+    // The byte comes when the window is ready; none (the end of the pipe)
+    // when the program ended without one. The alarm interrupts either wait.
+    bool bloccato = false;
+    double pronto = -1;
+    if (segnale) {
+        char byte;
+        const ssize_t letti = read(tubo[0], &byte, 1);
+        if (letti == 1)
+            pronto = adesso() - inizio;
+        else if (letti < 0 && errno == EINTR)
+            bloccato = true;
+        close(tubo[0]);
+    }
     int stato = 0;
     rusage uso{};
-    alarm(LimiteSecondi);
-    pid_t finito = wait4(pid, &stato, 0, &uso);
+    pid_t finito = bloccato ? -1 : wait4(pid, &stato, 0, &uso);
     const double fine = adesso();
     alarm(0);
-    bool bloccato = false;
-    if (finito < 0 && errno == EINTR) {
+    if (bloccato || (finito < 0 && errno == EINTR)) {
         bloccato = true;
         kill(pid, SIGKILL);
         finito = wait4(pid, &stato, 0, &uso);
@@ -145,11 +182,14 @@ inline Esito esegui(const char *nome, const std::vector<std::string> &argomenti,
         std::fprintf(stderr, "%s: could not be started\n", nome);
     else if (WEXITSTATUS(stato) != 0)
         std::fprintf(stderr, "%s: exit status %d\n", nome, WEXITSTATUS(stato));
+    else if (segnale && pronto < 0)
+        std::fprintf(stderr, "%s: ended without saying its window was ready\n", nome);
     else
         esito.riuscito = true;
 
     if (esito.riuscito) {
         esito.millisecondi = fine - inizio;
+        esito.prontoMillisecondi = pronto;
         esito.piccoKiB = double(uso.ru_maxrss);
         if (dopo)
             dopo(cartella);

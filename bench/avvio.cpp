@@ -7,10 +7,12 @@
 // it says how much of the gap is the cost of those pixels alone.
 // Runs `QUADRIVO --prova-avvio` and MINIMO in turn, N times each, every run
 // in a fresh temporary working directory (Quadrivo writes its settings
-// there), and times each from fork to the end of wait4; the peak resident
-// memory is wait4's ru_maxrss. Both programs end by themselves once their
-// first window is drawn and idle. The display is whatever QT_QPA_PLATFORM
-// and DISPLAY say; offscreen when neither is set.
+// there). Start-up is timed from fork to the moment the program says its
+// first window is drawn and idle (app/SegnalePronto.h); the whole run, to
+// the end of wait4 once the program has closed that window and ended, is
+// shown beside it for reference. The peak resident memory is wait4's
+// ru_maxrss. The display is whatever QT_QPA_PLATFORM and DISPLAY say;
+// offscreen when neither is set.
 #include "Banco.h"
 #include "Processo.h"
 
@@ -27,14 +29,16 @@ struct Programma
 {
     const char *nome;
     std::vector<std::string> argomenti; // argv, the program first
-    std::vector<double> millisecondi;
+    std::vector<double> pronto;       // to the window drawn and idle
+    std::vector<double> millisecondi; // to the end of the run
     std::vector<double> picchiKiB;
 };
 
 bool esegui(Programma &p)
 {
-    const Processo::Esito e = Processo::esegui(p.nome, p.argomenti);
+    const Processo::Esito e = Processo::esegui(p.nome, p.argomenti, {}, {}, true);
     if (e.riuscito) {
+        p.pronto.push_back(e.prontoMillisecondi);
         p.millisecondi.push_back(e.millisecondi);
         p.picchiKiB.push_back(e.piccoKiB);
     }
@@ -43,9 +47,10 @@ bool esegui(Programma &p)
 
 void descrivi(const Programma &p)
 {
-    std::fprintf(stderr, "%-9s time min/median/max %.1f/%.1f/%.1f ms, ", p.nome,
-                 Banco::minimo(p.millisecondi), Banco::mediana(p.millisecondi),
-                 Banco::massimo(p.millisecondi));
+    std::fprintf(stderr, "%-9s ready min/median/max %.1f/%.1f/%.1f ms, ", p.nome,
+                 Banco::minimo(p.pronto), Banco::mediana(p.pronto), Banco::massimo(p.pronto));
+    std::fprintf(stderr, "ended %.1f/%.1f/%.1f ms, ", Banco::minimo(p.millisecondi),
+                 Banco::mediana(p.millisecondi), Banco::massimo(p.millisecondi));
     std::fprintf(stderr, "peak RSS min/median/max %.1f/%.1f/%.1f MiB\n",
                  Banco::minimo(p.picchiKiB) / 1024, Banco::mediana(p.picchiKiB) / 1024,
                  Banco::massimo(p.picchiKiB) / 1024);
@@ -67,10 +72,11 @@ int main(int argc, char *argv[])
     Processo::preparaAllarme();
 
     // Absolute: each run starts in a directory of its own.
-    Programma quadrivo{"Quadrivo", {fs::absolute(o.altri[0]), "--prova-avvio"}, {}, {}};
-    Programma minimo{"minimal", {fs::absolute(o.altri[1])}, {}, {}};
+    Programma quadrivo{"Quadrivo", {fs::absolute(o.altri[0]), "--prova-avvio"}, {}, {}, {}};
+    Programma minimo{"minimal", {fs::absolute(o.altri[1])}, {}, {}, {}};
     const bool conPavimento = o.altri.size() == 3;
-    Programma pavimento{"floor", {conPavimento ? fs::absolute(o.altri[2]) : fs::path()}, {}, {}};
+    Programma pavimento{
+        "floor", {conPavimento ? fs::absolute(o.altri[2]) : fs::path()}, {}, {}, {}};
     // Alternating, so a slow spell of the machine weighs on all alike.
     for (int i = 0; i < o.ripetizioni; ++i)
         if (!esegui(quadrivo) || !esegui(minimo) || (conPavimento && !esegui(pavimento)))
@@ -80,27 +86,34 @@ int main(int argc, char *argv[])
     if (conPavimento)
         descrivi(pavimento);
 
+    const double prontoQ = Banco::mediana(quadrivo.pronto);
+    const double prontoM = Banco::mediana(minimo.pronto);
+    const double rapporto = prontoQ / prontoM;
     const double tempoQ = Banco::mediana(quadrivo.millisecondi);
     const double tempoM = Banco::mediana(minimo.millisecondi);
-    const double rapporto = tempoQ / tempoM;
     const double memoriaQ = Banco::mediana(quadrivo.picchiKiB) / 1024;
     const double memoriaM = Banco::mediana(minimo.picchiKiB) / 1024;
     const double differenza = memoriaQ - memoriaM;
     const std::string volte = " (median of " + std::to_string(o.ripetizioni) + " runs each)";
 
     bool tutti = true;
-    tutti &= Banco::riga("start-up to idle and quit, Quadrivo / minimal" + volte,
-                          Banco::formato("%.2f (%.0f / %.0f ms)", rapporto, tempoQ, tempoM),
+    tutti &= Banco::riga("start-up to the first window drawn and idle, Quadrivo / minimal" + volte,
+                          Banco::formato("%.2f (%.1f / %.1f ms)", rapporto, prontoQ, prontoM),
                           "<= 1.15", rapporto <= 1.15);
+    Banco::rigaDiRiferimento(
+        "start-up to idle and quit (the whole run), Quadrivo / minimal" + volte,
+        Banco::formato("%.2f (%.1f / %.1f ms)", tempoQ / tempoM, tempoQ, tempoM));
     tutti &=
         Banco::riga("peak RSS, Quadrivo - minimal" + volte,
                      Banco::formato("%+.1f MiB (%.1f / %.1f MiB)", differenza, memoriaQ, memoriaM),
                      "<= 4.0 MiB", differenza <= 4.0);
     if (conPavimento) {
-        const double tempoP = Banco::mediana(pavimento.millisecondi);
+        const double prontoP = Banco::mediana(pavimento.pronto);
         Banco::rigaDiRiferimento(
-            "start-up, bare window with the start screen's size and menu titles / minimal" + volte,
-            Banco::formato("%.2f (%.0f / %.0f ms)", tempoP / tempoM, tempoP, tempoM));
+            "start-up to the first window drawn and idle, bare window with the start screen's "
+            "size and menu titles / minimal" +
+                volte,
+            Banco::formato("%.2f (%.1f / %.1f ms)", prontoP / prontoM, prontoP, prontoM));
     }
     return Banco::esito(o, tutti);
 }
