@@ -13,6 +13,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
+#include <vector>
 
 namespace {
 
@@ -199,22 +200,56 @@ void Control::setForeColor(const QColor &color)
     applyColors();
 }
 
+namespace {
+
+// `pal` with the background and text colours given (those that are valid).
+QPalette conColori(QPalette pal, const QColor &back, const QColor &fore)
+{
+    if (back.isValid()) {
+        pal.setColor(QPalette::Window, back);
+        pal.setColor(QPalette::Button, back);
+        pal.setColor(QPalette::Base, back);
+    }
+    if (fore.isValid()) {
+        pal.setColor(QPalette::WindowText, fore);
+        pal.setColor(QPalette::ButtonText, fore);
+        pal.setColor(QPalette::Text, fore);
+    }
+    return pal;
+}
+
+// The palette of a new widget with these colours. A widget with no palette
+// of its own takes every role not set here from its parent, whatever the
+// palette it is given holds there: so new widgets of the same colours share
+// one palette, made once, rather than each copying and changing its own.
+QPalette paletteCondivisa(const QPalette &base, const QColor &back, const QColor &fore)
+{
+    struct Voce
+    {
+        QColor back, fore;
+        QPalette palette;
+    };
+    static std::vector<Voce> fatte;
+    for (const Voce &v : fatte)
+        if (v.back == back && v.fore == fore)
+            return v.palette;
+    const QPalette pal = conColori(base, back, fore);
+    // The screens use a handful of colour pairs; a program setting colours
+    // without end keeps no more than these.
+    if (fatte.size() < 64)
+        fatte.push_back({back, fore, pal});
+    return pal;
+}
+
+} // namespace
+
 void Control::applyColors()
 {
     if (!m_widget)
         return;
-    QPalette pal = m_widget->palette();
-    if (m_back.isValid()) {
-        pal.setColor(QPalette::Window, m_back);
-        pal.setColor(QPalette::Button, m_back);
-        pal.setColor(QPalette::Base, m_back);
-    }
-    if (m_fore.isValid()) {
-        pal.setColor(QPalette::WindowText, m_fore);
-        pal.setColor(QPalette::ButtonText, m_fore);
-        pal.setColor(QPalette::Text, m_fore);
-    }
-    m_widget->setPalette(pal);
+    const QPalette &attuale = m_widget->palette();
+    m_widget->setPalette(attuale.resolveMask() == 0 ? paletteCondivisa(attuale, m_back, m_fore)
+                                                    : conColori(attuale, m_back, m_fore));
     m_widget->update();
 }
 

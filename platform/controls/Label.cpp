@@ -1,10 +1,16 @@
 #include "platform/controls/Label.h"
 
+#include "platform/Accessibility.h"
+
 #include <QLabel>
 
 Label::Label(Form &form, const ControlDef &def, Control *container) : Control(form, def, container)
 {
     auto *w = new QLabel(parentWidget());
+    // Known as this program's label before its text is set: Qt describes a
+    // widget to assistive tools as soon as its text changes, and would
+    // otherwise make a description of its own only to have it replaced.
+    Accessibility::describe(w, ControlKind::Label);
     w->setTextFormat(Qt::PlainText);
     w->setWordWrap(def.wordWrap);
     w->setMargin(0);

@@ -109,6 +109,49 @@ protected:
     }
 };
 
+// Controls of several colours, some sharing a pair of colours, in containers
+// of their own colours.
+class Colori : public Form
+{
+public:
+    explicit Colori(AppContext &ctx) : Form(ctx, QStringLiteral("Colori"))
+    {
+        setBackColor(QColor(255, 224, 192));
+        // clang-format off
+        design(6000, 4500, {
+            {.kind = K::Frame, .name = "Cornice", .left = 300, .top = 300, .width = 3000, .height = 2400, .back = QColor(255, 224, 192), .border = true},
+            {.kind = K::Label, .name = "A", .in = "Cornice", .left = 150, .top = 150, .width = 2700, .height = 400, .caption = "a", .back = QColor(255, 224, 192), .fore = QColor(0, 0, 128)},
+            {.kind = K::Label, .name = "B", .in = "Cornice", .left = 150, .top = 700, .width = 2700, .height = 400, .caption = "b", .back = QColor(255, 224, 192), .fore = QColor(0, 0, 128)},
+            {.kind = K::OptionButton, .name = "Opt", .in = "Cornice", .left = 150, .top = 1300, .width = 2700, .height = 600, .caption = "o", .back = QColor(255, 224, 192), .fore = QColor(0, 0, 128)},
+            {.kind = K::Label, .name = "C", .left = 3600, .top = 300, .width = 2000, .height = 400, .caption = "c", .back = QColor(255, 224, 192), .fore = QColor(0, 0, 128)},
+            {.kind = K::Label, .name = "D", .left = 3600, .top = 800, .width = 2000, .height = 400, .caption = "d", .fore = QColor(192, 0, 0)},
+            {.kind = K::Label, .name = "E", .left = 3600, .top = 1300, .width = 2000, .height = 400, .caption = "e"},
+            {.kind = K::PictureBox, .name = "P", .left = 3600, .top = 1800, .width = 2000, .height = 1500, .back = QColor(10, 20, 30)},
+            {.kind = K::Label, .name = "F", .in = "P", .left = 150, .top = 150, .width = 1500, .height = 400, .caption = "f", .back = QColor(10, 20, 30), .fore = QColor(200, 200, 200)},
+            {.kind = K::Label, .name = "G", .in = "P", .left = 150, .top = 700, .width = 1500, .height = 400, .caption = "g", .back = QColor(255, 224, 192), .fore = QColor(0, 0, 128)},
+        });
+        // clang-format on
+    }
+};
+
+// The palette a widget has when given these colours by copying its own
+// palette and changing the colour roles: what a control's colours mean.
+void colora(QWidget &w, const QColor &back, const QColor &fore)
+{
+    QPalette p = w.palette();
+    if (back.isValid()) {
+        p.setColor(QPalette::Window, back);
+        p.setColor(QPalette::Button, back);
+        p.setColor(QPalette::Base, back);
+    }
+    if (fore.isValid()) {
+        p.setColor(QPalette::WindowText, fore);
+        p.setColor(QPalette::ButtonText, fore);
+        p.setColor(QPalette::Text, fore);
+    }
+    w.setPalette(p);
+}
+
 } // namespace
 
 class TestForms : public QObject
@@ -532,6 +575,45 @@ private slots:
         f.get<Label>("Lbl").setCaption(QStringLiteral("?"));
         f.get<Label>("Lbl").setCaption(QStringLiteral("4"));
         QCOMPARE(f.log, QStringList{"Lbl Change"});
+    }
+
+    void controlsHaveTheirColoursOverWhatTheirContainerGives_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QColor>("back");
+        QTest::addColumn<QColor>("fore");
+        QTest::newRow("frame") << "Cornice" << QColor(255, 224, 192) << QColor();
+        QTest::newRow("label in the frame") << "A" << QColor(255, 224, 192) << QColor(0, 0, 128);
+        QTest::newRow("same colours, same frame") << "B" << QColor(255, 224, 192) << QColor(0, 0, 128);
+        QTest::newRow("same colours, on the screen") << "C" << QColor(255, 224, 192) << QColor(0, 0, 128);
+        QTest::newRow("text colour only") << "D" << QColor() << QColor(192, 0, 0);
+        QTest::newRow("no colours") << "E" << QColor() << QColor();
+        QTest::newRow("picture box") << "P" << QColor(10, 20, 30) << QColor();
+        QTest::newRow("label in the picture box") << "F" << QColor(10, 20, 30) << QColor(200, 200, 200);
+        QTest::newRow("other colours in the picture box") << "G" << QColor(255, 224, 192) << QColor(0, 0, 128);
+    }
+
+    void controlsHaveTheirColoursOverWhatTheirContainerGives()
+    {
+        QFETCH(QString, name);
+        QFETCH(QColor, back);
+        QFETCH(QColor, fore);
+        TestContext t;
+        auto &f = t->form<Colori>();
+        QWidget *w = f.findControl(name)->widget();
+        // A plain widget beside the control, given the same colours.
+        QWidget atteso(w->parentWidget());
+        colora(atteso, back, fore);
+        QCOMPARE(w->palette(), atteso.palette());
+        QCOMPARE(w->palette().resolveMask(), atteso.palette().resolveMask());
+        QCOMPARE(w->testAttribute(Qt::WA_SetPalette), atteso.testAttribute(Qt::WA_SetPalette));
+
+        // And when the program changes them while the screen is on.
+        f.Show();
+        f.findControl(name)->setBackColor(QColor(1, 2, 3));
+        colora(atteso, QColor(1, 2, 3), fore);
+        QCOMPARE(w->palette(), atteso.palette());
+        QCOMPARE(w->palette().resolveMask(), atteso.palette().resolveMask());
     }
 
     void geometryIsInTwips()
