@@ -7,13 +7,17 @@
 
 #include <cstdlib>
 #include <unistd.h>
+#include <utility>
 
 inline constexpr char VariabileSegnalePronto[] = "QUADRIVO_SEGNALE_PRONTO";
 
 // Writes the byte and closes the descriptor, when a runner is waiting;
-// otherwise does nothing.
+// otherwise does nothing. Once only: the number may name another file later.
 inline void segnalaPronto()
 {
+    static bool detto = false;
+    if (std::exchange(detto, true))
+        return;
     const char *valore = std::getenv(VariabileSegnalePronto);
     if (!valore || !*valore)
         return;

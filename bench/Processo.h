@@ -39,7 +39,6 @@ struct Esito
     double prontoMillisecondi = -1;
 };
 
-
 inline double adesso()
 {
     timespec t{};
