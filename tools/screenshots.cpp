@@ -1,6 +1,9 @@
 // Saves a PNG of every screen, at its design size and at twice that size, in
 // the states worth looking at, then all again in the high-readability font
-// (folder "leggibili"). Run through scripts/screenshots.sh.
+// (folder "leggibili"). Run through scripts/screenshots.sh. The clock is
+// pinned and moves only as the pictures' pupil clicks, so the exercises drawn
+// and the times shown are the same on every run: two runs can be compared
+// pixel for pixel.
 #include "app/Avvio.h"
 #include "classe/CodiceScheda.h"
 #include "certificate/FrmAttestato.h"
@@ -20,6 +23,7 @@
 #include "registro/frmVerifiche.h"
 #include "report/frmNome.h"
 #include "services/frmSceltaStampante.h"
+#include "support/TestDoubles.h"
 #include "sheets/FrmStampaSchede.h"
 #include "start/FrmInizio.h"
 #include "start/FrmOpzioni.h"
@@ -44,6 +48,17 @@ namespace {
 QString cartella;
 // The second round: every screen in the high-readability font.
 bool leggibili = false;
+// The clock of the context being photographed.
+PinnedClock *orologio = nullptr;
+
+// A context on a pinned clock, in the round's letters.
+void prepara(AppContext &ctx)
+{
+    auto fermo = std::make_unique<PinnedClock>();
+    orologio = fermo.get();
+    ctx.setClock(std::move(fermo));
+    ctx.setCaratteriLeggibili(leggibili);
+}
 
 void salva(Form &schermo, const QString &nome)
 {
@@ -71,8 +86,10 @@ void apriTendina(FrmInizio &inizio)
 
 // ---- Drill screen ----
 
+// A click, a second and a half after the one before: a pupil's pace.
 void premi(Form &schermo, const char *nome, int indice = -1)
 {
+    orologio->advance(1.5);
     QWidget *w = schermo.get<Control>(nome, indice).widget();
     QTest::mouseClick(w, Qt::LeftButton, Qt::NoModifier, w->rect().center());
 }
@@ -168,7 +185,7 @@ public:
 void scattiSchede()
 {
     AppContext ctx;
-    ctx.setCaratteriLeggibili(leggibili);
+    prepara(ctx);
     ctx.setNotifications(std::make_unique<NotiziaInConsole>());
     auto pdf = std::make_unique<PdfFilePrinter>(ctx);
     pdf->setOutputDirectory(cartella);
@@ -245,7 +262,7 @@ void salvaConTendina(FrmInizio &inizio, QMenu &tendina, Qt::Key lettera, const Q
 void scattiMisure()
 {
     AppContext ctx;
-    ctx.setCaratteriLeggibili(leggibili);
+    prepara(ctx);
     auto &inizio = ctx.form<FrmInizio>();
     inizio.Show();
     QApplication::setActiveWindow(&inizio);
@@ -306,7 +323,7 @@ void scattiResoconto(AppContext &ctx)
 void scattiVerifica()
 {
     AppContext ctx;
-    ctx.setCaratteriLeggibili(leggibili);
+    prepara(ctx);
     CodiceScheda::Scelta scelta;
     scelta.unita = 1;
     scelta.righe = 10;
@@ -374,7 +391,7 @@ void tuttiGliSchermi()
     QDir().mkpath(cartella);
 
     AppContext ctx;
-    ctx.setCaratteriLeggibili(leggibili);
+    prepara(ctx);
     auto &inizio = ctx.form<FrmInizio>();
     inizio.Show();
     apriTendina(inizio);
