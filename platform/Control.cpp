@@ -557,8 +557,26 @@ void Control::raiseChange()
         Change();
 }
 
+bool Control::handles(QEvent::Type type)
+{
+    switch (type) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseButtonRelease:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+        return true;
+    default:
+        return false;
+    }
+}
+
 bool Control::handleEvent(QEvent *event)
 {
+    if (!handles(event->type()))
+        return false;
     const QPointer<QWidget> alive = m_widget;
     auto gone = [&] { return !alive || m_form.isUnloaded(); };
 

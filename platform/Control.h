@@ -3,6 +3,7 @@
 #include "platform/ControlDef.h"
 
 #include <QColor>
+#include <QEvent>
 #include <QFont>
 #include <QList>
 #include <QPointer>
@@ -116,6 +117,9 @@ public:
     // Called by the screen when Qt delivers an event to the widget; returns
     // true when the event is used up.
     virtual bool handleEvent(QEvent *event);
+    // The events handleEvent acts on (mouse buttons, keys, focus); any other
+    // it leaves alone, so the screen need not hand it over.
+    static bool handles(QEvent::Type type);
 
 protected:
     void setWidget(QWidget *widget);

@@ -333,7 +333,9 @@ bool Form::eventFilter(QObject *watched, QEvent *event)
             clientResized();
         return false;
     }
-    if (m_unloaded)
+    // Most of what Qt sends a control (paint, layout, palette, polish...) is
+    // none of the control's business: passed on without a lookup.
+    if (m_unloaded || !Control::handles(event->type()))
         return false;
     Control *c = controlOf(watched);
     if (!c)
