@@ -26,6 +26,35 @@
 
 namespace {
 
+// Series number k of the 10 000 a register is filled with: a pupil in 25,
+// one every 50 minutes from the first of September.
+SerieRegistrata serieDiRiempimento(int k)
+{
+    SerieRegistrata s;
+    s.codice = QString::number(k);
+    s.inizio = QDateTime(QDate(2026, 9, 1), QTime(8, 0)).addSecs(k * 3000);
+    s.fine = s.inizio.addSecs(600);
+    s.nome = QStringLiteral("ALUNNO %1").arg(k % 25);
+    s.famiglia = 3;
+    s.terminata = true;
+    return s;
+}
+
+// Writes `serie(k)` for every k in [da, a) into the register file, without
+// waiting for the disk after each; false when one could not be written.
+template<typename Serie>
+bool riempi(const ImpostazioniRegistro &i, int da, int a, Serie serie)
+{
+    ArchivioRegistro archivio(i, "bench-riempi");
+    if (archivio.apri() != ArchivioRegistro::Ok)
+        return false;
+    QSqlQuery(archivio.database()).exec("PRAGMA synchronous=OFF");
+    for (int k = da; k < a; ++k)
+        if (archivio.scrivi(serie(k)) != ArchivioRegistro::Ok)
+            return false;
+    return true;
+}
+
 double unaSerie()
 {
     QTemporaryDir dir;
@@ -61,27 +90,16 @@ double unaVista()
 {
     QTemporaryDir dir;
     const ImpostazioniRegistro i = ImpostazioniRegistro::sqlite(dir.filePath("registro.sqlite"));
-    {
-        ArchivioRegistro a(i, "bench-riempi");
-        if (a.apri() != ArchivioRegistro::Ok)
-            return -1;
-        QSqlQuery(a.database()).exec("PRAGMA synchronous=OFF");
-        for (int k = 0; k < 10000; ++k) {
-            SerieRegistrata s;
-            s.codice = QString::number(k);
-            s.inizio = QDateTime(QDate(2026, 9, 1), QTime(8, 0)).addSecs(k * 3000);
-            s.fine = s.inizio.addSecs(600);
-            s.nome = QStringLiteral("ALUNNO %1").arg(k % 25);
-            s.famiglia = 3;
-            s.esatte = k % 21;
-            s.errate = 20 - k % 21;
-            s.tempoTotale = 200;
-            s.numeroEsercizi = 20;
-            s.terminata = true;
-            if (a.scrivi(s) != ArchivioRegistro::Ok)
-                return -1;
-        }
-    }
+    const bool scritte = riempi(i, 0, 10000, [](int k) {
+        SerieRegistrata s = serieDiRiempimento(k);
+        s.esatte = k % 21;
+        s.errate = 20 - k % 21;
+        s.tempoTotale = 200;
+        s.numeroEsercizi = 20;
+        return s;
+    });
+    if (!scritte)
+        return -1;
     TestContext t;
     auto r = std::make_unique<RegistroQuadrivo>(*t, i);
     RegistroQuadrivo *registro = r.get();
@@ -109,33 +127,17 @@ double unaVerifica()
     scelta.righe = 20;
     scelta.seme = 99;
     const QString codice = CodiceScheda::Componi(scelta);
-    {
-        ArchivioRegistro a(i, "bench-riempi");
-        if (a.apri() != ArchivioRegistro::Ok)
-            return -1;
-        QSqlQuery(a.database()).exec("PRAGMA synchronous=OFF");
-        auto serie = [&](int k, const QString &verifica) {
-            SerieRegistrata s;
-            s.codice = QString::number(k);
-            s.inizio = QDateTime(QDate(2026, 9, 1), QTime(8, 0)).addSecs(k * 3000);
-            s.fine = s.inizio.addSecs(600);
-            s.nome = QStringLiteral("ALUNNO %1").arg(k % 25);
-            s.famiglia = 3;
-            s.verifica = verifica;
-            for (int n = 1; n <= 20; ++n)
-                s.esercizi.append(
-                    {n, QStringLiteral("     4700  u = R.4 uk  7  h  0 da  0  u (Sec.3)"), 3,
-                     verifica.isEmpty() ? 0 : 1 + (k + n) % 4});
-            s.terminata = true;
-            return a.scrivi(s) == ArchivioRegistro::Ok;
-        };
-        for (int k = 0; k < 10000; ++k)
-            if (!serie(k, QString()))
-                return -1;
-        for (int k = 10000; k < 10030; ++k)
-            if (!serie(k, codice))
-                return -1;
-    }
+    // 10 000 series of no verifica, then 30 taken from the code.
+    auto serie = [&codice](int k) {
+        SerieRegistrata s = serieDiRiempimento(k);
+        s.verifica = k < 10000 ? QString() : codice;
+        for (int n = 1; n <= 20; ++n)
+            s.esercizi.append({n, QStringLiteral("     4700  u = R.4 uk  7  h  0 da  0  u (Sec.3)"),
+                               3, s.verifica.isEmpty() ? 0 : 1 + (k + n) % 4});
+        return s;
+    };
+    if (!riempi(i, 0, 10030, serie))
+        return -1;
     TestContext t;
     QElapsedTimer orologio;
     orologio.start();
