@@ -42,7 +42,7 @@ SerieRegistrata serieDiRiempimento(int k)
 
 // Writes `serie(k)` for every k in [da, a) into the register file, without
 // waiting for the disk after each; false when one could not be written.
-template<typename Serie>
+template <typename Serie>
 bool riempi(const ImpostazioniRegistro &i, int da, int a, Serie serie)
 {
     ArchivioRegistro archivio(i, "bench-riempi");
