@@ -575,8 +575,6 @@ bool Control::handles(QEvent::Type type)
 
 bool Control::handleEvent(QEvent *event)
 {
-    if (!handles(event->type()))
-        return false;
     const QPointer<QWidget> alive = m_widget;
     auto gone = [&] { return !alive || m_form.isUnloaded(); };
 
