@@ -48,7 +48,7 @@ bool riempi(const ImpostazioniRegistro &i, int da, int a, Serie serie)
     ArchivioRegistro archivio(i, "bench-riempi");
     if (archivio.apri() != ArchivioRegistro::Ok)
         return false;
-    QSqlQuery(archivio.database()).exec("PRAGMA synchronous=OFF");
+    QSqlQuery(*archivio.database()).exec("PRAGMA synchronous=OFF");
     for (int k = da; k < a; ++k)
         if (archivio.scrivi(serie(k)) != ArchivioRegistro::Ok)
             return false;

@@ -1,48 +1,18 @@
 #pragma once
 
-#include "registro/ImpostazioniRegistro.h"
-#include "registro/SerieRegistrata.h"
+#include "registro/MotoreArchivio.h"
 
-#include <QDate>
-#include <QSqlDatabase>
-#include <QSqlQuery>
-#include <QString>
+#include <memory>
 
-class QSqlError;
-
-// The register's storage: one connection to the SQLite file or the
-// PostgreSQL server, the schema brought up to date when it opens, and the
-// reads and writes of the register. Every value is bound, never pasted into
-// a statement. A connection belongs to the thread that opened it.
-class ArchivioRegistro
+// The register's storage as the program uses it. The work is done by the
+// SQL side (ArchivioSql), made on first use from the module that holds it
+// (ModuloArchivio): the program does not link Qt's SQL library, so starting
+// it costs nothing of the register. Without the module every call fails
+// with Errore and ultimoErrore() says what is missing; nothing is written,
+// so the series wait for the register as when it cannot be reached.
+class ArchivioRegistro : public TipiArchivio
 {
 public:
-    enum Esito
-    {
-        Ok,
-        NonRaggiungibile, // no server, or no place for the file
-        SolaLettura,
-        Bloccato,       // another program holds the file
-        Danneggiato,    // not a database, or a damaged one
-        VersioneFutura, // written by a newer Quadrivo
-        Errore,
-    };
-
-    struct Filtro
-    {
-        QString nome;  // part of the name, any case
-        QDate dal, al; // inclusive; invalid: no bound
-    };
-
-    // A code of the verifiche taken: when it was first taken and by how many.
-    struct VoceVerifica
-    {
-        QString codice;
-        QDateTime primaVolta;
-        int serie = 0;
-        int alunni = 0; // different names
-    };
-
     ArchivioRegistro(const ImpostazioniRegistro &impostazioni, const QString &nomeConnessione);
     ~ArchivioRegistro();
     ArchivioRegistro(const ArchivioRegistro &) = delete;
@@ -73,26 +43,19 @@ public:
     Esito eliminaAlunno(const QString &nome, int *quante = nullptr);
 
     const ImpostazioniRegistro &impostazioni() const { return m_impostazioni; }
-    QString ultimoErrore() const { return m_errore; }
-    QString messoDaParte() const { return m_messoDaParte; }
-    QSqlDatabase &database() { return m_db; }
-
-    static QString testoData(const QDateTime &t);
+    QString ultimoErrore() const;
+    QString messoDaParte() const;
+    // The connection, for checks of the schema; null without the module.
+    QSqlDatabase *database();
 
 private:
-    Esito scriviSerie(const SerieRegistrata &serie);
-    static bool cancellaSerie(QSqlQuery &q, const QString &codice);
-    Esito apriSQLite();
-    Esito apriPostgreSQL();
-    Esito prepara();
-    Esito fallito(const QSqlError &errore);
-    // The end of a read: its outcome to `esito`, when asked for.
-    void fineLettura(Esito e, Esito *esito);
-    bool mettiDaParte();
+    // The storage, made at the first call that needs it.
+    MotoreArchivio *motore();
+    // A read without storage: empty, with the failure in `esito`.
+    template <class T> T senzaMotore(Esito *esito) const;
 
     ImpostazioniRegistro m_impostazioni;
     QString m_nomeConnessione;
-    QSqlDatabase m_db;
-    QString m_errore;
-    QString m_messoDaParte;
+    std::unique_ptr<MotoreArchivio> m_motore;
+    QString m_errore; // why there is no storage
 };

@@ -10,6 +10,12 @@ need() {
     command -v "$1" >/dev/null || fail "$1 not found (install the Debian package $2)"
 }
 
+# The register's storage module, under the installation prefix, and where
+# the program looks for it from its own folder (registro/CMakeLists.txt).
+: "${QUADRIVO_MODULI_DIR:?set by tests/packaging/CMakeLists.txt}"
+: "${QUADRIVO_MODULI_DAL_PROGRAMMA:?set by tests/packaging/CMakeLists.txt}"
+modulo_archivio=$QUADRIVO_MODULI_DIR/libquadrivo_archivio.so
+
 # expected_files <app id> <icon size>...: the files under the installation
 # prefix, sorted.
 expected_files() {
@@ -17,6 +23,7 @@ expected_files() {
     shift
     {
         echo bin/Quadrivo
+        echo "$modulo_archivio"
         echo "share/applications/$id.desktop"
         echo "share/metainfo/$id.metainfo.xml"
         echo share/man/man1/Quadrivo.1.gz
@@ -53,6 +60,12 @@ check_tree() {
     local prefix=$1 id=$2 size got
     shift 2
     [ -x "$prefix/bin/Quadrivo" ] || fail "$prefix/bin/Quadrivo is not executable"
+    # The program finds its module from its own folder, and the module's
+    # libraries are all there.
+    local modulo=$prefix/bin/$QUADRIVO_MODULI_DAL_PROGRAMMA/libquadrivo_archivio.so
+    [ -f "$modulo" ] || fail "the register's module is not at $modulo"
+    ldd "$modulo" | grep -q "not found" && fail "the register's module lacks libraries: $(ldd "$modulo")"
+    ldd "$modulo" | grep -q "libQt6Sql" || fail "the register's module does not link Qt's SQL library"
     local desktop=$prefix/share/applications/$id.desktop
     grep -qx "Exec=Quadrivo" "$desktop" || fail "$desktop: no Exec=Quadrivo"
     grep -qx "Icon=$id" "$desktop" || fail "$desktop: no Icon=$id"

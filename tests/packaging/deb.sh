@@ -27,7 +27,7 @@ field() { dpkg-deb -f "$deb" "$1"; }
 [ "$(field Section)" = education ] || fail "Section is '$(field Section)'"
 # Package names only, without version constraints.
 depends=$(field Depends | tr ',' '\n' | sed 's/^ *//; s/[ (].*//')
-for p in libqt6core6 libqt6gui6 libqt6widgets6 libasound2 \
+for p in libqt6core6 libqt6gui6 libqt6widgets6 libqt6sql6 libasound2 \
          cups-client cups-ipp-utils fonts-liberation2 fonts-dejavu-core fontconfig \
          fonts-opendyslexic libespeak-ng1 espeak-ng-data; do
     grep -qx "$p" <<<"$depends" || fail "Depends lacks $p: $(field Depends)"

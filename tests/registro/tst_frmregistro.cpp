@@ -195,7 +195,7 @@ private slots:
         QCOMPARE(f.modello().serie().first().nome, QStringLiteral("BRUNO"));
         ArchivioRegistro a(ImpostazioniRegistro::sqlite(r.file()), "verifica");
         QCOMPARE(a.tutte().size(), 1);
-        QSqlQuery q(a.database());
+        QSqlQuery q(*a.database());
         QVERIFY(q.exec("SELECT count(*) FROM esercizi"));
         QVERIFY(q.next());
         QCOMPARE(q.value(0).toInt(), 20);
@@ -208,7 +208,7 @@ private slots:
             ArchivioRegistro a(ImpostazioniRegistro::sqlite(r.file()), "riempi");
             QCOMPARE(a.apri(), ArchivioRegistro::Ok);
             // Filling fast: this is the setting, not what is measured.
-            QVERIFY(QSqlQuery(a.database()).exec("PRAGMA synchronous=OFF"));
+            QVERIFY(QSqlQuery(*a.database()).exec("PRAGMA synchronous=OFF"));
             for (int i = 0; i < 10000; ++i) {
                 SerieRegistrata s =
                     serie(QStringLiteral("ALUNNO %1").arg(i % 25), 1 + i % 28, i % 21);

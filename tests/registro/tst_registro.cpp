@@ -175,8 +175,8 @@ private slots:
 
         ArchivioRegistro archivio(ImpostazioniRegistro::sqlite(file), "nuovo");
         QCOMPARE(archivio.apri(), ArchivioRegistro::Ok);
-        QCOMPARE(SchemaRegistro::versione(archivio.database()), SchemaRegistro::Versione);
-        QVERIFY(archivio.database().record("serie").contains("postazione"));
+        QCOMPARE(SchemaRegistro::versione(*archivio.database()), SchemaRegistro::Versione);
+        QVERIFY(archivio.database()->record("serie").contains("postazione"));
         const QList<SerieRegistrata> serie = archivio.tutte();
         QCOMPARE(serie.size(), 1);
         QCOMPARE(serie.first().nome, QStringLiteral("LUCA"));
@@ -196,7 +196,7 @@ private slots:
         {
             ArchivioRegistro a(ImpostazioniRegistro::sqlite(file), "futuro");
             QCOMPARE(a.apri(), ArchivioRegistro::Ok);
-            QVERIFY(QSqlQuery(a.database()).exec("UPDATE registro_versione SET versione = 99"));
+            QVERIFY(QSqlQuery(*a.database()).exec("UPDATE registro_versione SET versione = 99"));
         }
         ArchivioRegistro a(ImpostazioniRegistro::sqlite(file), "futuro2");
         QCOMPARE(a.apri(), ArchivioRegistro::VersioneFutura);

@@ -162,8 +162,8 @@ private slots:
         QSqlDatabase::removeDatabase("v2");
         ArchivioRegistro archivio(ImpostazioniRegistro::sqlite(file), "v3");
         QCOMPARE(archivio.apri(), ArchivioRegistro::Ok);
-        QCOMPARE(SchemaRegistro::versione(archivio.database()), 3);
-        QVERIFY(archivio.database().record("esercizi").contains("esito"));
+        QCOMPARE(SchemaRegistro::versione(*archivio.database()), 3);
+        QVERIFY(archivio.database()->record("esercizi").contains("esito"));
         const QList<SerieRegistrata> serie = archivio.tutte();
         QCOMPARE(serie.size(), 1);
         QCOMPARE(serie.first().postazione, QStringLiteral("pc1"));

@@ -86,8 +86,8 @@ private slots:
 
         ArchivioRegistro docente(impostazioni(), QStringLiteral("docente"));
         QCOMPARE(docente.apri(), ArchivioRegistro::Ok);
-        QCOMPARE(SchemaRegistro::versione(docente.database()), 3);
-        QVERIFY(docente.database().record("esercizi").contains("esito"));
+        QCOMPARE(SchemaRegistro::versione(*docente.database()), 3);
+        QVERIFY(docente.database()->record("esercizi").contains("esito"));
         const auto vecchie = docente.elenco({});
         QCOMPARE(vecchie.size(), 5);
         const auto voci = docente.verifiche();
