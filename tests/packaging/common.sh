@@ -64,8 +64,10 @@ check_tree() {
     # libraries are all there.
     local modulo=$prefix/bin/$QUADRIVO_MODULI_DAL_PROGRAMMA/libquadrivo_archivio.so
     [ -f "$modulo" ] || fail "the register's module is not at $modulo"
-    ldd "$modulo" | grep -q "not found" && fail "the register's module lacks libraries: $(ldd "$modulo")"
-    ldd "$modulo" | grep -q "libQt6Sql" || fail "the register's module does not link Qt's SQL library"
+    local librerie
+    librerie=$(ldd "$modulo") || fail "ldd cannot read $modulo"
+    ! grep -q "not found" <<<"$librerie" || fail "the register's module lacks libraries: $librerie"
+    grep -q "libQt6Sql" <<<"$librerie" || fail "the register's module does not link Qt's SQL library"
     local desktop=$prefix/share/applications/$id.desktop
     grep -qx "Exec=Quadrivo" "$desktop" || fail "$desktop: no Exec=Quadrivo"
     grep -qx "Icon=$id" "$desktop" || fail "$desktop: no Icon=$id"
