@@ -12,6 +12,9 @@
 
 namespace ModuloArchivio {
 
+// As the build names it.
+const char *const NomeFile = QUADRIVO_MODULO_ARCHIVIO;
+
 QStringList percorsi(const QString &cartellaProgramma)
 {
     const QDir cartella(cartellaProgramma);

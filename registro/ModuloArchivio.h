@@ -11,7 +11,8 @@
 // uses it directly.
 namespace ModuloArchivio {
 
-inline constexpr char NomeFile[] = "libquadrivo_archivio.so";
+// libquadrivo_archivio.so
+extern const char *const NomeFile;
 
 struct Caricato
 {
