@@ -300,18 +300,25 @@ ArchivioSql::Esito ArchivioSql::scrivi(const SerieRegistrata &s)
     return e;
 }
 
-ArchivioSql::Esito ArchivioSql::scriviSerie(const SerieRegistrata &s)
+ArchivioSql::Esito ArchivioSql::iniziaTransazione()
 {
     const Esito e = apri();
     if (e != Ok)
         return e;
-    if (!m_db.transaction())
-        return fallito(m_db.lastError());
-    auto annulla = [this](const QSqlError &errore) {
-        const Esito esito = fallito(errore);
-        m_db.rollback();
-        return esito;
-    };
+    return m_db.transaction() ? Ok : fallito(m_db.lastError());
+}
+
+ArchivioSql::Esito ArchivioSql::annulla(const QSqlError &errore)
+{
+    const Esito esito = fallito(errore);
+    m_db.rollback();
+    return esito;
+}
+
+ArchivioSql::Esito ArchivioSql::scriviSerie(const SerieRegistrata &s)
+{
+    if (const Esito e = iniziaTransazione(); e != Ok)
+        return e;
     QSqlQuery q(m_db);
     if (!cancellaSerie(q, s.codice))
         return annulla(q.lastError());
@@ -495,32 +502,20 @@ QList<SerieRegistrata> ArchivioSql::serieDiVerifica(const QString &verifica, Esi
 
 ArchivioSql::Esito ArchivioSql::elimina(const QString &codice)
 {
-    const Esito e = apri();
-    if (e != Ok)
+    if (const Esito e = iniziaTransazione(); e != Ok)
         return e;
-    if (!m_db.transaction())
-        return fallito(m_db.lastError());
     QSqlQuery q(m_db);
-    if (!cancellaSerie(q, codice)) {
-        const Esito esito = fallito(q.lastError());
-        m_db.rollback();
-        return esito;
-    }
-    if (!m_db.commit()) {
-        const Esito esito = fallito(m_db.lastError());
-        m_db.rollback();
-        return esito;
-    }
+    if (!cancellaSerie(q, codice))
+        return annulla(q.lastError());
+    if (!m_db.commit())
+        return annulla(m_db.lastError());
     return Ok;
 }
 
 ArchivioSql::Esito ArchivioSql::eliminaAlunno(const QString &nome, int *quante)
 {
-    const Esito e = apri();
-    if (e != Ok)
+    if (const Esito e = iniziaTransazione(); e != Ok)
         return e;
-    if (!m_db.transaction())
-        return fallito(m_db.lastError());
     QSqlQuery q(m_db);
     bool fatto = q.prepare(QStringLiteral("DELETE FROM esercizi WHERE codice_serie IN "
                                           "(SELECT codice FROM serie WHERE nome = :nome)"));
@@ -535,11 +530,8 @@ ArchivioSql::Esito ArchivioSql::eliminaAlunno(const QString &nome, int *quante)
         fatto = q.exec();
     }
     const int righeTolte = fatto ? q.numRowsAffected() : 0;
-    if (!fatto || !m_db.commit()) {
-        const Esito esito = fallito(fatto ? m_db.lastError() : q.lastError());
-        m_db.rollback();
-        return esito;
-    }
+    if (!fatto || !m_db.commit())
+        return annulla(fatto ? m_db.lastError() : q.lastError());
     if (quante)
         *quante = righeTolte;
     return Ok;

@@ -38,6 +38,10 @@ public:
 
 private:
     Esito scriviSerie(const SerieRegistrata &serie);
+    // Opens if needed and begins a transaction.
+    Esito iniziaTransazione();
+    // The failure of a transaction begun: its outcome, after the rollback.
+    Esito annulla(const QSqlError &errore);
     static bool cancellaSerie(QSqlQuery &q, const QString &codice);
     Esito apriSQLite();
     Esito apriPostgreSQL();
