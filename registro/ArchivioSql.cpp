@@ -288,16 +288,20 @@ bool ArchivioSql::cancellaSerie(QSqlQuery &q, const QString &codice)
     return true;
 }
 
-ArchivioSql::Esito ArchivioSql::scrivi(const SerieRegistrata &s)
+ArchivioSql::Esito ArchivioSql::fineModifica(Esito e)
 {
-    const Esito e = scriviSerie(s);
-    // A connection lost goes; the next write opens a new one. A server's
+    // A connection lost goes; the next call opens a new one. A server's
     // session that failed goes too: the next one sees the database as it is
     // then (read-only lifted, rights granted).
     if (e == NonRaggiungibile ||
         (e != Ok && m_impostazioni.tipo == ImpostazioniRegistro::PostgreSQL))
         chiudi();
     return e;
+}
+
+ArchivioSql::Esito ArchivioSql::scrivi(const SerieRegistrata &s)
+{
+    return fineModifica(scriviSerie(s));
 }
 
 ArchivioSql::Esito ArchivioSql::iniziaTransazione()
@@ -417,8 +421,7 @@ QList<SerieRegistrata::Esercizio> ArchivioSql::righe(const QString &codice, Esit
             e = fallito(q.lastError());
         }
     }
-    if (esito)
-        *esito = e;
+    fineLettura(e, esito);
     return risultato;
 }
 
@@ -502,39 +505,42 @@ QList<SerieRegistrata> ArchivioSql::serieDiVerifica(const QString &verifica, Esi
 
 ArchivioSql::Esito ArchivioSql::elimina(const QString &codice)
 {
-    if (const Esito e = iniziaTransazione(); e != Ok)
-        return e;
-    QSqlQuery q(m_db);
-    if (!cancellaSerie(q, codice))
-        return annulla(q.lastError());
-    if (!m_db.commit())
-        return annulla(m_db.lastError());
-    return Ok;
+    Esito e = iniziaTransazione();
+    // The query ends before the session can be let go.
+    if (e == Ok) {
+        QSqlQuery q(m_db);
+        if (!cancellaSerie(q, codice))
+            e = annulla(q.lastError());
+        else if (!m_db.commit())
+            e = annulla(m_db.lastError());
+    }
+    return fineModifica(e);
 }
 
 ArchivioSql::Esito ArchivioSql::eliminaAlunno(const QString &nome, int *quante)
 {
-    if (const Esito e = iniziaTransazione(); e != Ok)
-        return e;
-    QSqlQuery q(m_db);
-    bool fatto = q.prepare(QStringLiteral("DELETE FROM esercizi WHERE codice_serie IN "
-                                          "(SELECT codice FROM serie WHERE nome = :nome)"));
-    if (fatto) {
-        q.bindValue(QStringLiteral(":nome"), nome);
-        fatto = q.exec();
+    Esito e = iniziaTransazione();
+    if (e == Ok) {
+        QSqlQuery q(m_db);
+        bool fatto = q.prepare(QStringLiteral("DELETE FROM esercizi WHERE codice_serie IN "
+                                              "(SELECT codice FROM serie WHERE nome = :nome)"));
+        if (fatto) {
+            q.bindValue(QStringLiteral(":nome"), nome);
+            fatto = q.exec();
+        }
+        if (fatto)
+            fatto = q.prepare(QStringLiteral("DELETE FROM serie WHERE nome = :nome"));
+        if (fatto) {
+            q.bindValue(QStringLiteral(":nome"), nome);
+            fatto = q.exec();
+        }
+        const int righeTolte = fatto ? q.numRowsAffected() : 0;
+        if (!fatto || !m_db.commit())
+            e = annulla(fatto ? m_db.lastError() : q.lastError());
+        else if (quante)
+            *quante = righeTolte;
     }
-    if (fatto)
-        fatto = q.prepare(QStringLiteral("DELETE FROM serie WHERE nome = :nome"));
-    if (fatto) {
-        q.bindValue(QStringLiteral(":nome"), nome);
-        fatto = q.exec();
-    }
-    const int righeTolte = fatto ? q.numRowsAffected() : 0;
-    if (!fatto || !m_db.commit())
-        return annulla(fatto ? m_db.lastError() : q.lastError());
-    if (quante)
-        *quante = righeTolte;
-    return Ok;
+    return fineModifica(e);
 }
 
 // The module's entry point (MotoreArchivio.h); also linked straight into

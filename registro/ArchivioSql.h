@@ -49,6 +49,9 @@ private:
     Esito fallito(const QSqlError &errore);
     // The end of a read: its outcome to `esito`, when asked for.
     void fineLettura(Esito e, Esito *esito);
+    // The end of a change: its outcome, once the session is let go if it
+    // cannot serve the next call.
+    Esito fineModifica(Esito e);
     bool mettiDaParte();
 
     ImpostazioniRegistro m_impostazioni;

@@ -376,6 +376,79 @@ private slots:
         QCOMPARE(int(sulServer().size()), prima + 1);
         QCOMPARE(r.t.notices->notices.size(), 2);
     }
+
+    // The view stays open while the server goes and comes back: whatever it
+    // asks first fails as unreachable, and the same call once the server is
+    // back connects again.
+    void aCallAfterTheServerCameBackConnectsAgain_data()
+    {
+        QTest::addColumn<QString>("chiamata");
+        for (const char *c : {"elenco", "righe", "verifiche", "elimina", "eliminaAlunno"})
+            QTest::newRow(c) << QString::fromLatin1(c);
+    }
+    void aCallAfterTheServerCameBackConnectsAgain()
+    {
+        QFETCH(QString, chiamata);
+        {
+            ConRegistro r(impostazioni());
+            r.giocaSerie(6);
+            r.registro->attendi();
+        }
+        const QList<SerieRegistrata> prima = sulServer();
+        QVERIFY(!prima.isEmpty());
+        const SerieRegistrata serie = prima.last();
+        QVERIFY(!serie.esercizi.isEmpty());
+
+        ArchivioRegistro a(impostazioni(), QStringLiteral("vista"));
+        using E = ArchivioRegistro::Esito;
+        // Runs the call: how it went, and how many series or exercises it
+        // read or removed.
+        auto chiama = [&](int *quante) -> E {
+            E e = ArchivioRegistro::Errore;
+            if (chiamata == "elenco")
+                *quante = int(a.elenco({}, &e).size());
+            else if (chiamata == "righe")
+                *quante = int(a.righe(serie.codice, &e).size());
+            else if (chiamata == "verifiche")
+                *quante = int(a.verifiche(&e).size());
+            else if (chiamata == "elimina")
+                e = a.elimina(serie.codice);
+            else
+                e = a.eliminaAlunno(serie.nome, quante);
+            return e;
+        };
+        // Connected and working before the server goes; a read is made once
+        // then, to compare with.
+        const bool lettura = chiamata != "elimina" && chiamata != "eliminaAlunno";
+        int lette = -1;
+        QCOMPARE(lettura ? chiama(&lette) : a.apri(), ArchivioRegistro::Ok);
+        QVERIFY(a.aperto());
+
+        server.stop();
+        auto riaccendi = qScopeGuard([this] {
+            if (!server.running())
+                server.start();
+        });
+        int quante = -1;
+        QCOMPARE(chiama(&quante), ArchivioRegistro::NonRaggiungibile);
+
+        QVERIFY2(server.start(), qPrintable(server.error()));
+        quante = -1;
+        QVERIFY2(chiama(&quante) == ArchivioRegistro::Ok, qPrintable(a.ultimoErrore()));
+        if (lettura)
+            QCOMPARE(quante, lette);
+        if (chiamata == "elenco")
+            QCOMPARE(quante, int(prima.size()));
+        if (chiamata == "righe")
+            QCOMPARE(quante, int(serie.esercizi.size()));
+        if (chiamata == "eliminaAlunno")
+            QVERIFY(quante >= 1);
+        const QList<SerieRegistrata> dopo = sulServer();
+        const bool rimasta = std::any_of(dopo.cbegin(), dopo.cend(), [&](const SerieRegistrata &s) {
+            return s.codice == serie.codice;
+        });
+        QCOMPARE(rimasta, lettura);
+    }
 };
 
 QTEST_MAIN(TestRegistroPostgres)
