@@ -10,6 +10,8 @@
 // it costs nothing of the register. Without the module every call fails
 // with Errore and ultimoErrore() says what is missing; nothing is written,
 // so the series wait for the register as when it cannot be reached.
+// A call that finds the server gone fails with NonRaggiungibile and lets
+// the connection go: the next call connects again.
 class ArchivioRegistro : public TipiArchivio
 {
 public:
