@@ -5,14 +5,14 @@
 // PAVIMENTO, when given, is a bare Qt window showing what the start screen's
 // first frame shows (its size, its menu titles): timed in the same rounds,
 // it says how much of the gap is the cost of those pixels alone.
-// Runs `QUADRIVO --prova-avvio` and MINIMO in turn, N times each, every run
-// in a fresh temporary working directory (Quadrivo writes its settings
-// there). Start-up is timed from fork to the moment the program says its
-// first window is drawn and idle (app/SegnalePronto.h); the whole run, to
-// the end of wait4 once the program has closed that window and ended, is
-// shown beside it for reference. The peak resident memory is wait4's
-// ru_maxrss. The display is whatever QT_QPA_PLATFORM and DISPLAY say;
-// offscreen when neither is set.
+// Runs `QUADRIVO --prova-avvio` and MINIMO in turn, N times each, each of
+// them first in as many rounds, every run in a fresh temporary working
+// directory (Quadrivo writes its settings there). Start-up is timed from
+// fork to the moment the program says its first window is drawn and idle
+// (app/SegnalePronto.h); the whole run, to the end of wait4 once the
+// program has closed that window and ended, is shown beside it for
+// reference. The peak resident memory is wait4's ru_maxrss. The display is
+// whatever QT_QPA_PLATFORM and DISPLAY say; offscreen when neither is set.
 #include "Banco.h"
 #include "Processo.h"
 
@@ -77,10 +77,15 @@ int main(int argc, char *argv[])
     const bool conPavimento = o.altri.size() == 3;
     Programma pavimento{
         "floor", {conPavimento ? fs::absolute(o.altri[2]) : fs::path()}, {}, {}, {}};
-    // Alternating, so a slow spell of the machine weighs on all alike.
+    // Alternating, so a slow spell of the machine weighs on all alike, and
+    // each program first in turn, so the place in a round does too.
+    std::vector<Programma *> giro{&quadrivo, &minimo};
+    if (conPavimento)
+        giro.push_back(&pavimento);
     for (int i = 0; i < o.ripetizioni; ++i)
-        if (!esegui(quadrivo) || !esegui(minimo) || (conPavimento && !esegui(pavimento)))
-            return Banco::Errore;
+        for (std::size_t k = 0; k < giro.size(); ++k)
+            if (!esegui(*giro[(std::size_t(i) + k) % giro.size()]))
+                return Banco::Errore;
     descrivi(quadrivo);
     descrivi(minimo);
     if (conPavimento)
