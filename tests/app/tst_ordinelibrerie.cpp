@@ -178,10 +178,13 @@ private slots:
         // function's static) is one entity with identical copies: any copy
         // may serve, as long as one serves the whole process.
         QHash<QString, QSet<QString>> definiti;
-        for (const QString &l : std::as_const(minimo.ambito))
-            if (l != minimo.ambito.first())
-                definiti.insert(l, definitiDa(l));
-        QVERIFY(definiti.size() > 10);
+        for (const QString &l : std::as_const(minimo.ambito)) {
+            if (l == minimo.ambito.first())
+                continue;
+            definiti.insert(l, definitiDa(l));
+            // Every library exports something: an empty list is nm failing.
+            QVERIFY2(!definiti.value(l).isEmpty(), qPrintable(l));
+        }
         QStringList altrove, divisi;
         QHash<QString, QString> dove;
         int doppiC = 0;
