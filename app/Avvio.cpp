@@ -6,6 +6,7 @@
 #include "core/AppContext.h"
 #include "drill/frmOperativo.h"
 #include "platform/Fonts.h"
+#include "platform/IconaApplicazione.h"
 #include "platform/StileQuadrivo.h"
 #include "platform/TraduzioniQt.h"
 #include "registro/ImpostazioniRegistro.h"
@@ -38,7 +39,8 @@ void preparaApplicazione()
     // The installed desktop entry and icon carry this id; desktops match
     // the window to them by it.
     QGuiApplication::setDesktopFileName(QStringLiteral("org.quadrivo.Quadrivo"));
-    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("org.quadrivo.Quadrivo")));
+    QApplication::setWindowIcon(
+        IconaApplicazione::installata(QStringLiteral("org.quadrivo.Quadrivo")));
     QApplication::setStyle(new StileQuadrivo);
     Fonts::installSubstitutions();
     TraduzioniQt::installa(*QCoreApplication::instance());

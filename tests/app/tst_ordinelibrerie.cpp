@@ -75,8 +75,9 @@ Caricamento carica(const QString &programma, const QStringList &argomenti)
             voce = QFileInfo(voce).canonicalFilePath();
         c.ambito.first() = percorso;
     }
-    static const QRegularExpression legame(QStringLiteral(
-        "binding file (\\S+) \\[\\d+\\] to (\\S+) \\[\\d+\\]: \\w+ symbol `([^']+)'(?: \\[([^\\]]+)\\])?"));
+    static const QRegularExpression legame(
+        QStringLiteral("binding file (\\S+) \\[\\d+\\] to (\\S+) \\[\\d+\\]: \\w+ symbol "
+                       "`([^']+)'(?: \\[([^\\]]+)\\])?"));
     for (auto i = legame.globalMatch(testo); i.hasNext();) {
         const auto m = i.next();
         const QString da = QFileInfo(m.captured(1)).canonicalFilePath();
@@ -197,8 +198,8 @@ private slots:
             if (const auto gia = dove.constFind(chiave); gia == dove.cend())
                 dove.insert(chiave, i.value());
             else if (*gia != i.value())
-                divisi << QStringLiteral("%1: %2 and %3")
-                              .arg(chiave, nomeDi(*gia), nomeDi(i.value()));
+                divisi
+                    << QStringLiteral("%1: %2 and %3").arg(chiave, nomeDi(*gia), nomeDi(i.value()));
             if (r.simbolo.startsWith(QLatin1String("_Z")))
                 continue;
             QStringList definitori;
