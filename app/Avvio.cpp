@@ -39,8 +39,8 @@ void preparaApplicazione()
     // The installed desktop entry and icon carry this id; desktops match
     // the window to them by it.
     QGuiApplication::setDesktopFileName(QStringLiteral("org.quadrivo.Quadrivo"));
-    QApplication::setWindowIcon(
-        IconaApplicazione::installata(QStringLiteral("org.quadrivo.Quadrivo")));
+    QApplication::setWindowIcon(IconaApplicazione::installata(
+        QStringLiteral("org.quadrivo.Quadrivo"), {QUADRIVO_LATI_ICONA}));
     QApplication::setStyle(new StileQuadrivo);
     Fonts::installSubstitutions();
     TraduzioniQt::installa(*QCoreApplication::instance());

@@ -1,34 +1,23 @@
 #include "platform/IconaApplicazione.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QIcon>
-#include <QSet>
 #include <QStandardPaths>
 
-QIcon IconaApplicazione::installata(const QString &id)
+QIcon IconaApplicazione::installata(const QString &id, const QList<int> &lati)
 {
     QIcon icona;
-    QSet<int> trovati;
-    const QString file = QStringLiteral("/apps/") + id + QStringLiteral(".png");
     const QStringList cartelleDati =
         QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
-    for (const QString &dati : cartelleDati) {
-        const QDir hicolor(dati + QStringLiteral("/icons/hicolor"));
-        const QStringList misure = hicolor.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-        for (const QString &misura : misure) {
-            // "48x48" only: "scalable" is SVG, which Qt draws only with a
-            // module the program does not use, and "48x48@2" a doubled size.
-            const QStringList lati = misura.split(QLatin1Char('x'));
-            bool numero = false;
-            const int lato = lati.size() == 2 && lati[0] == lati[1] ? lati[0].toInt(&numero) : 0;
-            if (!numero || lato <= 0 || trovati.contains(lato))
-                continue;
-            const QString percorso = hicolor.path() + QLatin1Char('/') + misura + file;
-            if (!QFileInfo::exists(percorso))
-                continue;
-            icona.addFile(percorso, QSize(lato, lato));
-            trovati.insert(lato);
+    for (const int lato : lati) {
+        const QString misura = QString::number(lato);
+        const QString file = QStringLiteral("/icons/hicolor/") + misura + QLatin1Char('x') +
+                             misura + QStringLiteral("/apps/") + id + QStringLiteral(".png");
+        for (const QString &dati : cartelleDati) {
+            if (QFileInfo::exists(dati + file)) {
+                icona.addFile(dati + file, QSize(lato, lato));
+                break;
+            }
         }
     }
     return icona;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QList>
+
 class QIcon;
 class QString;
 
@@ -11,8 +13,8 @@ class QString;
 // an icon only hicolor has.
 namespace IconaApplicazione {
 
-// The sizes found, each from the first folder that has it; empty when the
-// icon is not installed.
-QIcon installata(const QString &id);
+// Each of the sizes `lati` (in pixels) from the first data folder that has
+// it; empty when none is installed.
+QIcon installata(const QString &id, const QList<int> &lati);
 
 } // namespace IconaApplicazione

@@ -11,6 +11,7 @@
 namespace {
 
 const QString Id = QStringLiteral("org.quadrivo.Quadrivo");
+const QList<int> Lati{16, 22, 32, 48};
 
 // A square PNG of one colour at <data>/icons/hicolor/<folder>/apps/<name>.
 void installa(const QString &dati, const QString &cartella, int lato, const QColor &colore,
@@ -67,20 +68,18 @@ private slots:
     void nothingInstalledGivesNoIcon()
     {
         installa(sistema.path(), QStringLiteral("48x48"), 48, Qt::red, QStringLiteral("altro.png"));
-        QVERIFY(IconaApplicazione::installata(Id).isNull());
+        QVERIFY(IconaApplicazione::installata(Id, Lati).isNull());
     }
 
     void theIconHasEachInstalledSize()
     {
         installa(sistema.path(), QStringLiteral("16x16"), 16, Qt::red);
         installa(sistema.path(), QStringLiteral("48x48"), 48, Qt::blue);
-        // Not a size of its own: a doubled one, an SVG, another program's.
-        installa(sistema.path(), QStringLiteral("32x32@2"), 64, Qt::yellow);
-        installa(sistema.path(), QStringLiteral("scalable"), 64, Qt::yellow,
-                 Id + QStringLiteral(".svg"));
+        // Not asked for, or another program's.
+        installa(sistema.path(), QStringLiteral("64x64"), 64, Qt::yellow);
         installa(sistema.path(), QStringLiteral("22x22"), 22, Qt::yellow,
                  QStringLiteral("altro.png"));
-        const QIcon icona = IconaApplicazione::installata(Id);
+        const QIcon icona = IconaApplicazione::installata(Id, Lati);
         QList<QSize> misure = icona.availableSizes();
         std::sort(misure.begin(), misure.end(),
                   [](QSize a, QSize b) { return a.width() < b.width(); });
@@ -94,7 +93,7 @@ private slots:
         installa(casa.path(), QStringLiteral("16x16"), 16, Qt::red);
         installa(sistema.path(), QStringLiteral("16x16"), 16, Qt::green);
         installa(sistema.path(), QStringLiteral("32x32"), 32, Qt::green);
-        const QIcon icona = IconaApplicazione::installata(Id);
+        const QIcon icona = IconaApplicazione::installata(Id, Lati);
         QCOMPARE(icona.availableSizes().size(), 2);
         QCOMPARE(coloreA(icona, 16), QColor(Qt::red));
         QCOMPARE(coloreA(icona, 32), QColor(Qt::green));
