@@ -38,9 +38,9 @@ void preparaApplicazione()
     QApplication::setApplicationName(QStringLiteral("Quadrivo"));
     // The installed desktop entry and icon carry this id; desktops match
     // the window to them by it.
-    QGuiApplication::setDesktopFileName(QStringLiteral("org.quadrivo.Quadrivo"));
-    QApplication::setWindowIcon(IconaApplicazione::installata(
-        QStringLiteral("org.quadrivo.Quadrivo"), {QUADRIVO_LATI_ICONA}));
+    const QString id = QStringLiteral("org.quadrivo.Quadrivo");
+    QGuiApplication::setDesktopFileName(id);
+    QApplication::setWindowIcon(IconaApplicazione::installata(id, {QUADRIVO_LATI_ICONA}));
     QApplication::setStyle(new StileQuadrivo);
     Fonts::installSubstitutions();
     TraduzioniQt::installa(*QCoreApplication::instance());
