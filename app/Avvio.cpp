@@ -5,6 +5,7 @@
 #include "classe/MenuClasse.h"
 #include "core/AppContext.h"
 #include "drill/frmOperativo.h"
+#include "platform/CaratteriInAnticipo.h"
 #include "platform/Fonts.h"
 #include "platform/IconaApplicazione.h"
 #include "platform/StileQuadrivo.h"
@@ -19,6 +20,7 @@
 #include <QApplication>
 #include <QFileInfo>
 #include <QIcon>
+#include <QScopeGuard>
 #include <cstdio>
 
 namespace Avvio {
@@ -63,6 +65,10 @@ int esegui(int argc, char *argv[])
     }
     if (!displayDisponibile())
         return 1;
+    // Fontconfig reads its configuration on another core while Qt starts;
+    // the start screen's first font measurement waits for it.
+    CaratteriInAnticipo::avvia();
+    const auto attesa = qScopeGuard([] { CaratteriInAnticipo::attendi(); });
     QApplication app(argc, argv);
     // Qt has taken its own options by now: what is left must be ours.
     const RigaDiComando::Esito esito = RigaDiComando::leggi(QCoreApplication::arguments().mid(1));

@@ -2,6 +2,7 @@
 
 #include "platform/Accessibility.h"
 #include "platform/BarraMenu.h"
+#include "platform/CaratteriInAnticipo.h"
 #include "platform/FocusReturn.h"
 #include "platform/HeldKeys.h"
 #include "platform/ScreenRegistry.h"
@@ -188,6 +189,8 @@ double Form::ScaleHeight() const
 
 void Form::setInnerSize(double width, double height)
 {
+    // The menu bar's height is the program's first font measurement.
+    CaratteriInAnticipo::attendi();
     const int w = Twips::toPixels(width);
     const int h = Twips::toPixels(height);
     const int menu = m_menuBar ? m_menuBar->sizeHint().height() : 0;

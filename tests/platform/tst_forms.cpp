@@ -1,4 +1,5 @@
 #include "core/AppContext.h"
+#include "platform/CaratteriInAnticipo.h"
 #include "platform/Form.h"
 #include "platform/controls/CommandButton.h"
 #include "platform/controls/Frame.h"
@@ -17,6 +18,7 @@
 #include <QThread>
 #include <QTimer>
 #include <QWindow>
+#include <atomic>
 
 using namespace ScreenTest;
 
@@ -159,6 +161,21 @@ class TestForms : public QObject
     Q_OBJECT
 
 private slots:
+    void aScreenWaitsForTheFontReadingBeforeItsFirstMeasurement()
+    {
+        static std::atomic<bool> letta;
+        letta = false;
+        const bool avviata = CaratteriInAnticipo::avvia([] {
+            QThread::msleep(200);
+            letta = true;
+        });
+        if (!avviata)
+            QSKIP("this machine gives the process one core");
+        TestContext t;
+        t->form<Prova>();
+        QVERIFY(letta);
+    }
+
     void choiceButtonReportsKeysAndDoesNothingByItself()
     {
         TestContext t;
@@ -584,13 +601,17 @@ private slots:
         QTest::addColumn<QColor>("fore");
         QTest::newRow("frame") << "Cornice" << QColor(255, 224, 192) << QColor();
         QTest::newRow("label in the frame") << "A" << QColor(255, 224, 192) << QColor(0, 0, 128);
-        QTest::newRow("same colours, same frame") << "B" << QColor(255, 224, 192) << QColor(0, 0, 128);
-        QTest::newRow("same colours, on the screen") << "C" << QColor(255, 224, 192) << QColor(0, 0, 128);
+        QTest::newRow("same colours, same frame")
+            << "B" << QColor(255, 224, 192) << QColor(0, 0, 128);
+        QTest::newRow("same colours, on the screen")
+            << "C" << QColor(255, 224, 192) << QColor(0, 0, 128);
         QTest::newRow("text colour only") << "D" << QColor() << QColor(192, 0, 0);
         QTest::newRow("no colours") << "E" << QColor() << QColor();
         QTest::newRow("picture box") << "P" << QColor(10, 20, 30) << QColor();
-        QTest::newRow("label in the picture box") << "F" << QColor(10, 20, 30) << QColor(200, 200, 200);
-        QTest::newRow("other colours in the picture box") << "G" << QColor(255, 224, 192) << QColor(0, 0, 128);
+        QTest::newRow("label in the picture box")
+            << "F" << QColor(10, 20, 30) << QColor(200, 200, 200);
+        QTest::newRow("other colours in the picture box")
+            << "G" << QColor(255, 224, 192) << QColor(0, 0, 128);
     }
 
     void controlsHaveTheirColoursOverWhatTheirContainerGives()
