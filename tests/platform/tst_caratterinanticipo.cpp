@@ -16,6 +16,7 @@ namespace {
 struct Visto
 {
     std::atomic<bool> iniziato{false};
+    std::atomic<bool> via{true}; // the test lets it go on
     std::atomic<bool> finito{false};
     std::thread::id thread;
     cpu_set_t core{};
@@ -27,13 +28,16 @@ void lavoroLento()
     visto.thread = std::this_thread::get_id();
     pthread_getaffinity_np(pthread_self(), sizeof visto.core, &visto.core);
     visto.iniziato = true;
-    std::this_thread::sleep_for(std::chrono::milliseconds(150));
+    while (!visto.via)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
     visto.finito = true;
 }
 
 void azzera()
 {
     visto.iniziato = false;
+    visto.via = true;
     visto.finito = false;
     visto.thread = {};
     CPU_ZERO(&visto.core);
@@ -67,6 +71,8 @@ private slots:
 
     void cleanup()
     {
+        // A failed test may have left the work held.
+        visto.via = true;
         CaratteriInAnticipo::attendi();
         sched_setaffinity(0, sizeof tutti, &tutti);
     }
@@ -77,22 +83,21 @@ private slots:
         t.start();
         CaratteriInAnticipo::attendi();
         CaratteriInAnticipo::attendi();
-        QVERIFY(t.elapsed() < 50);
+        QVERIFY(t.elapsed() < 2000);
     }
 
     void theWorkRunsOnAThreadOfItsOwnAndIsWaitedFor()
     {
-        QElapsedTimer t;
-        t.start();
+        visto.via = false;
         QVERIFY(CaratteriInAnticipo::avvia(lavoroLento));
         // The caller goes on while the work runs.
-        QVERIFY(t.elapsed() < 100);
         QTRY_VERIFY_WITH_TIMEOUT(visto.iniziato, 5000);
         QVERIFY(!visto.finito);
         QVERIFY(visto.thread != std::this_thread::get_id());
+        // It goes on for a tenth of a second more: the wait covers it.
+        visto.via = true;
         CaratteriInAnticipo::attendi();
         QVERIFY(visto.finito);
-        QVERIFY(t.elapsed() >= 140);
     }
 
     void onceRunningTheWorkMayUseEveryCore()
