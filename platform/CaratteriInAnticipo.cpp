@@ -30,6 +30,8 @@ void *esegui(void *)
 {
     // Begun away from the caller; from here on, wherever the scheduler likes.
     pthread_setaffinity_np(pthread_self(), sizeof lettura.coreConsentiti, &lettura.coreConsentiti);
+    // What `top -H` and a debugger call it.
+    pthread_setname_np(pthread_self(), "caratteri");
     lettura.lavoro();
     return nullptr;
 }
