@@ -40,7 +40,7 @@ void preparaApplicazione()
     QApplication::setApplicationName(QStringLiteral("Quadrivo"));
     // The installed desktop entry and icon carry this id; desktops match
     // the window to them by it.
-    const QString id = QStringLiteral("org.quadrivo.Quadrivo");
+    const QString id = QStringLiteral(QUADRIVO_ID_APPLICAZIONE);
     QGuiApplication::setDesktopFileName(id);
     QApplication::setWindowIcon(IconaApplicazione::installata(id, {QUADRIVO_LATI_ICONA}));
     QApplication::setStyle(new StileQuadrivo);
