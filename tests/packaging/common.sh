@@ -62,7 +62,7 @@ check_tree() {
     [ -x "$prefix/bin/Quadrivo" ] || fail "$prefix/bin/Quadrivo is not executable"
     # The program finds its module from its own folder, and the module's
     # libraries are all there.
-    local modulo=$prefix/bin/$QUADRIVO_MODULI_DAL_PROGRAMMA/libquadrivo_archivio.so
+    local modulo=$prefix/bin/$QUADRIVO_MODULI_DAL_PROGRAMMA/${modulo_archivio##*/}
     [ -f "$modulo" ] || fail "the register's module is not at $modulo"
     local librerie
     librerie=$(ldd "$modulo") || fail "ldd cannot read $modulo"
